@@ -1,0 +1,92 @@
+# libvdrzax.so.1 and libvdrzax.a, made from the same objects.
+
+# The road to the kernel, and one folder a family.
+file(GLOB library_sources CONFIGURE_DEPENDS
+  channel/*.cpp
+  instance/*.cpp
+  lif/*.cpp
+  route/*.cpp
+  policy/*.cpp
+  bridge/*.cpp
+  e2i/*.cpp
+  mcast/*.cpp
+  services/*.cpp
+)
+add_library(vdrzax_objects OBJECT ${library_sources})
+set_target_properties(vdrzax_objects PROPERTIES
+  POSITION_INDEPENDENT_CODE ON
+  CXX_VISIBILITY_PRESET hidden
+  VISIBILITY_INLINES_HIDDEN ON
+)
+target_include_directories(vdrzax_objects PRIVATE ${PROJECT_SOURCE_DIR}
+                                                  ${PROJECT_SOURCE_DIR}/include)
+target_link_libraries(vdrzax_objects PRIVATE vdrzax_warnings)
+target_compile_options(vdrzax_objects PRIVATE
+  # No C++ run-time: the shared object needs libc alone, and a C program links the archive with cc.
+  -fno-exceptions -fno-rtti -fno-threadsafe-statics
+  # Agents' tools count and fail these calls, so each must happen as it is written.
+  -fno-builtin-malloc -fno-builtin-calloc -fno-builtin-free
+  -fstack-protector-strong
+  # Some copies trust the kernel's counts past a sub-array on purpose; a fortified copy would abort.
+  -U_FORTIFY_SOURCE
+)
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
+  target_compile_options(vdrzax_objects PRIVATE -fcf-protection)
+endif()
+
+# The version script names every function that the public headers mark, and nothing else.
+file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/vdrzax/*.h)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${headers})
+set(exports "")
+foreach(header IN LISTS headers)
+  file(STRINGS ${header} declarations REGEX "^VDRZAX_API ")
+  foreach(declaration IN LISTS declarations)
+    string(REGEX MATCH "(VDRZAX[A-Za-z0-9_]+)\\(" matched "${declaration}")
+    if(NOT matched)
+      message(FATAL_ERROR "${header}: no function name on the line of VDRZAX_API: ${declaration}")
+    endif()
+    list(APPEND exports "${CMAKE_MATCH_1}")
+  endforeach()
+endforeach()
+list(SORT exports)
+set(export_lines "")
+foreach(name IN LISTS exports)
+  string(APPEND export_lines "    ${name};\n")
+endforeach()
+set(version_script ${PROJECT_BINARY_DIR}/libvdrzax.map)
+file(CONFIGURE OUTPUT ${version_script}
+     CONTENT "VDRZAX_1 {\n  global:\n@export_lines@  local:\n    *;\n};\n" @ONLY)
+
+# Linked with cc: nothing of the C++ run-time is offered to the linker.
+set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
+add_library(vdrzax SHARED $<TARGET_OBJECTS:vdrzax_objects>)
+add_library(vdrzax_static STATIC $<TARGET_OBJECTS:vdrzax_objects>)
+add_library(vdrzax::vdrzax ALIAS vdrzax)
+add_library(vdrzax::vdrzax_static ALIAS vdrzax_static)
+set_target_properties(vdrzax vdrzax_static PROPERTIES LINKER_LANGUAGE C OUTPUT_NAME vdrzax)
+set_target_properties(vdrzax PROPERTIES
+  VERSION ${PROJECT_VERSION}
+  SOVERSION 1
+  LINK_DEPENDS ${version_script}
+)
+foreach(target vdrzax vdrzax_static)
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+endforeach()
+target_link_options(vdrzax PRIVATE
+  LINKER:--version-script=${version_script}
+  LINKER:--as-needed
+  LINKER:-Bsymbolic-functions
+  LINKER:-z,relro
+  LINKER:-z,now
+  LINKER:-z,noexecstack
+)
+if(NOT VDRZAX_SANITIZE)
+  target_link_options(vdrzax PRIVATE LINKER:-z,defs)
+endif()
+
+# The layouts of the records, for the tools: vdrctl prints from them, vdrsim fills replies by them.
+add_library(vdrzax_layouts INTERFACE)
+target_include_directories(vdrzax_layouts INTERFACE ${PROJECT_SOURCE_DIR}
+                                                    ${PROJECT_SOURCE_DIR}/include)

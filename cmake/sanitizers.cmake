@@ -1,0 +1,7 @@
+# Sanitizers hold for everything that is built: the library, the tools and the tests share one
+# run-time.
+if(VDRZAX_SANITIZE)
+  add_compile_options(-fsanitize=${VDRZAX_SANITIZE} -fno-sanitize-recover=all
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${VDRZAX_SANITIZE})
+endif()

@@ -1,0 +1,80 @@
+#include "channel/record_layout.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "channel/record_decoder.h"
+#include "support/wire.h"
+
+namespace {
+
+using namespace vdrzax;
+
+constexpr Field kPairRows[] = {U16("first", 0), U16("second", 2)};
+constexpr RecordLayout kPair{"Pair", 4, kPairRows};
+
+constexpr Field kGapRows[] = {U16("first", 0), U16("second", 3)};
+constexpr Field kOverlapRows[] = {U32("first", 0), U16("second", 2)};
+constexpr Field kSwappedRows[] = {U16("second", 2), U16("first", 0)};
+constexpr Field kEmptyRows[] = {Bytes("nothing", 0, 0), U32("all", 0)};
+
+TEST(RecordLayout, RowsThatTileTheRecordAreAccepted) { EXPECT_TRUE(Tiles(kPair)); }
+
+TEST(RecordLayout, AGapAnOverlapAWrongOrderOrAnEmptyRowIsRefused) {
+  EXPECT_FALSE(Tiles({"Gap", 5, kGapRows}));
+  EXPECT_FALSE(Tiles({"Overlap", 4, kOverlapRows}));
+  EXPECT_FALSE(Tiles({"Swapped", 4, kSwappedRows}));
+  EXPECT_FALSE(Tiles({"Empty", 4, kEmptyRows}));
+}
+
+TEST(RecordLayout, ARecordOfAnotherSizeIsRefused) {
+  EXPECT_FALSE(Tiles({"Short", 5, kPairRows}));
+  EXPECT_FALSE(Tiles({"Long", 3, kPairRows}));
+}
+
+constexpr Field kEntryRows[] = {U16("value", 0), Skipped("skipped2", 2, 1)};
+constexpr RecordLayout kEntry{"Entry", 3, kEntryRows};
+
+constexpr Field kListRows[] = {
+    U8("count", 0),      Entries("entries", 1, 2, kEntry, 0, 1),
+    U8("byte7", 7),      U8("byte8", 8),
+    Text("text9", 9, 4), Skipped("skipped13", 13, 3),
+};
+constexpr RecordLayout kList{"List", 16, kListRows};
+static_assert(Tiles(kEntry) && Tiles(kList));
+
+fake::Bytes Decode(const fake::Bytes& source, int32_t remaining) {
+  fake::Bytes record(16);
+  if (DecodeRecord<kList>(source.data(), remaining, record.data()) < 0) record.clear();
+  return record;
+}
+
+TEST(RecordDecoder, OnlyAsManyEntriesAsTheCountAreCopied) {
+  fake::Bytes source = {1, 11, 12, 13, 14, 15, 16, 17, 18, 'a', 'b', 'c', 'd', 19, 20, 21};
+  EXPECT_BYTES(Decode(source, 16),
+               (fake::Bytes{1, 11, 12, 0, 0, 0, 0, 17, 18, 'a', 'b', 'c', 0, 0, 0, 0}));
+  source[0] = 2;
+  EXPECT_BYTES(Decode(source, 16),
+               (fake::Bytes{2, 11, 12, 0, 14, 15, 0, 17, 18, 'a', 'b', 'c', 0, 0, 0, 0}));
+}
+
+TEST(RecordDecoder, EntriesBeyondTheirArrayOverwriteTheDecodedRowsWithTheBytesOfTheReply) {
+  const fake::Bytes source = {4, 11, 12, 13, 14, 15, 16, 17, 18, 0, 'b', 'c', 'd', 19, 20, 21};
+  EXPECT_BYTES(Decode(source, 16),
+               (fake::Bytes{4, 11, 12, 0, 14, 15, 0, 17, 18, 0, 'b', 'c', 0, 0, 0, 0}));
+}
+
+TEST(RecordDecoder, AShortReplyCopiesNothing) {
+  const fake::Bytes source(16, 1);
+  fake::Bytes record(16);
+  for (const int32_t remaining : {15, 1, 0, -1, INT32_MIN}) {
+    errno = 0;
+    EXPECT_EQ(DecodeRecord<kList>(source.data(), remaining, record.data()), -1);
+    EXPECT_EQ(errno, EBADMSG);
+    EXPECT_BYTES(record, fake::Bytes(16));
+  }
+  EXPECT_EQ(DecodeRecord<kList>(source.data(), 17, record.data()), 16);
+}
+
+}  // namespace

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace fake {
+class Device;
+}
+
+// The system's calls, replaced for the whole test program.
+namespace hooks {
+
+// Makes `device` the one that answers; NULL hands everything to the system again.
+void Install(fake::Device* device);
+
+}  // namespace hooks

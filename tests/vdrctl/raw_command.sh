@@ -1,0 +1,50 @@
+#!/bin/sh
+# raw_command.sh VDRCTL, in a simulated datapath without instances.
+vdrctl=$1
+. "$(dirname "$0")/expect.sh"
+
+# No input and no reply; a word as the input; a word as the reply.
+expect 0 '' '' "$vdrctl" command 42
+expect 0 '{"length":0,"bytes":""}' '' "$vdrctl" --json command 42
+expect 0 '' '' "$vdrctl" command 10 --value 0x41424304
+expect 0 '00000000  04 43 42 41                                      |.CBA|' '' \
+  "$vdrctl" command 9 --capacity 4
+expect 0 '00000000  04 43 42 41                                      |.CBA|' '' \
+  "$vdrctl" command 0x9 --capacity 1000
+expect 0 '{"length":4,"bytes":"04434241"}' '' "$vdrctl" --json command 9 --capacity 4
+expect 0 1094861572 '' "$vdrctl" log-level get
+
+# A file as the input, as it stands: four bytes for a word, 968 for a block.
+printf '\001\000\000\200' >"$room/word"
+expect 0 '' '' "$vdrctl" command 10 --input "$room/word"
+expect 0 2147483649 '' "$vdrctl" log-level get
+{ printf 'edge-1'; head -c 962 /dev/zero; } >"$room/block"
+expect 0 '' '' "$vdrctl" command 2 --input "$room/block"
+expect 0 "name    word64  word68  byte72  text73  text329  word399  word568
+edge-1       0       0       0  -       -              0        0" '' "$vdrctl" instance list
+from_standard_input() { "$vdrctl" command 3 --input - <"$room/block"; }
+expect 0 '' '' from_standard_input
+expect 0 '[]' '' "$vdrctl" --json instance list
+
+# The reply goes where --output says, in either form as bytes.
+expect 0 '' '' "$vdrctl" command 9 --capacity 4 --output "$room/reply"
+expect_bytes 01000080 "$room/reply"
+expect 0 '' '' "$vdrctl" --json command 10 --value 3 --output "$room/reply"
+expect_bytes '' "$room/reply"
+"$vdrctl" command 9 --capacity 4 --output - >"$room/piped"
+expect_bytes 03000000 "$room/piped"
+
+expect 1 '' "vdrctl: $room/none: No such file or directory (ENOENT)" \
+  "$vdrctl" command 10 --input "$room/none"
+expect 1 '' "vdrctl: $room: Is a directory (EISDIR)" "$vdrctl" command 10 --input "$room"
+expect 1 '' "vdrctl: $room: Is a directory (EISDIR)" \
+  "$vdrctl" command 9 --capacity 4 --output "$room"
+expect 1 '' 'vdrctl: /dev/full: No space left on device (ENOSPC)' \
+  "$vdrctl" command 9 --capacity 4 --output /dev/full
+
+# What the datapath does not know, or does not take, fails with its errno.
+expect 1 '' 'vdrctl: command 2147483647: Inappropriate ioctl for device (ENOTTY)' \
+  "$vdrctl" command 2147483647
+expect 1 '' 'vdrctl: command 9: Invalid argument (EINVAL)' "$vdrctl" --json command 9
+
+finish

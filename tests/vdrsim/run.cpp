@@ -1,0 +1,107 @@
+#include "run.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+
+namespace run {
+
+const std::string kVdrsim = VDRSIM;
+const std::string kClient = CLIENT;
+const std::string kStaticClient = STATIC_CLIENT;
+const std::string kRefuse = REFUSE;
+
+Program::Program(const std::vector<std::string>& arguments) {
+  int input[2];
+  int output[2];
+  if (pipe2(input, O_CLOEXEC) != 0 || pipe2(output, O_CLOEXEC) != 0) {
+    throw std::system_error(errno, std::generic_category(), "pipe2");
+  }
+  process_ = fork();
+  if (process_ == 0) {
+    setpgid(0, 0);
+    dup2(input[0], STDIN_FILENO);
+    dup2(output[1], STDOUT_FILENO);
+    dup2(output[1], STDERR_FILENO);
+    setenv("CLIENT", kClient.c_str(), 1);
+    std::vector<char*> argv;
+    argv.reserve(arguments.size() + 1);
+    for (const std::string& argument : arguments) {
+      argv.push_back(const_cast<char*>(argument.c_str()));
+    }
+    argv.push_back(nullptr);
+    execvp(argv[0], argv.data());
+    _exit(125);
+  }
+  setpgid(process_, process_);
+  close(input[0]);
+  close(output[1]);
+  input_ = input[1];
+  output_ = output[0];
+}
+
+void Program::AwaitOutput(const std::string& text) {
+  while (seen_.find(text) == std::string::npos && ReadSome()) {
+  }
+}
+
+void Program::Type(const std::string& text) const {
+  if (write(input_, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+    throw std::system_error(errno, std::generic_category(), "write");
+  }
+}
+
+void Program::Signal(int number) const { kill(process_, number); }
+
+void Program::SignalGroup(int number) const { kill(-process_, number); }
+
+void Program::CloseInput() {
+  if (input_ >= 0) close(input_);
+  input_ = -1;
+}
+
+// Whoever is left still holds the output open, so it is not at its end.
+Result Program::Finish() {
+  CloseInput();
+  Result result;
+  pollfd output{output_, POLLIN, 0};
+  int status = 0;
+  // The output is drained meanwhile, so that a talkative program can't get stuck.
+  while (waitpid(process_, &status, WNOHANG) == 0) {
+    if (poll(&output, 1, 10) > 0 && !ReadSome()) output.fd = -1;
+  }
+  bool open = true;
+  while (open && poll(&output, 1, 0) > 0) open = ReadSome();
+  result.leftNobody = !open || output.fd < 0;
+  close(output_);
+  if (WIFEXITED(status)) result.exitStatus = WEXITSTATUS(status);
+  if (WIFSIGNALED(status)) result.signal = WTERMSIG(status);
+  result.output = std::move(seen_);
+  return result;
+}
+
+bool Program::ReadSome() {
+  char buffer[4096];
+  const ssize_t length = read(output_, buffer, sizeof buffer);
+  if (length <= 0) return false;
+  seen_.append(buffer, static_cast<size_t>(length));
+  return true;
+}
+
+Result Execute(const std::vector<std::string>& arguments) { return Program(arguments).Finish(); }
+
+Result Supervised(const std::vector<std::string>& command) {
+  std::vector<std::string> arguments = {kVdrsim, "run", "--"};
+  arguments.insert(arguments.end(), command.begin(), command.end());
+  return Execute(arguments);
+}
+
+Result SupervisedLine(const std::string& line) { return Supervised({"sh", "-c", line}); }
+
+}  // namespace run

@@ -1,0 +1,301 @@
+#include "run.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <string>
+#include <vector>
+
+namespace {
+
+using run::Execute;
+using run::kClient;
+using run::kRefuse;
+using run::kStaticClient;
+using run::kVdrsim;
+using run::Program;
+using run::Result;
+using run::Supervised;
+using run::SupervisedLine;
+
+void ExpectSuccess(const Result& result, const std::string& output = "") {
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output, output);
+  EXPECT_TRUE(result.leftNobody);
+}
+
+// One line that begins so, and nothing was run.
+void ExpectUnusable(const Result& result, const std::string& beginning) {
+  EXPECT_EQ(result.exitStatus, 2);
+  EXPECT_EQ(result.output.substr(0, beginning.size()), beginning);
+  EXPECT_EQ(result.output.find('\n'), result.output.size() - 1) << result.output;
+  EXPECT_TRUE(result.leftNobody);
+}
+
+class RunOfEachLinkage : public testing::TestWithParam<std::string> {};
+
+TEST_P(RunOfEachLinkage, EveryWayToOpenANodeIsServed) {
+  ExpectSuccess(Supervised({GetParam(), "check", "open-forms"}));
+}
+
+TEST_P(RunOfEachLinkage, AnOpenedNodeHasTheFlagsThatWereAskedFor) {
+  ExpectSuccess(Supervised({GetParam(), "check", "open-flags"}));
+}
+
+TEST_P(RunOfEachLinkage, CopiesOfADescriptorAreServed) {
+  ExpectSuccess(Supervised({GetParam(), "check", "shared-descriptors"}));
+}
+
+TEST_P(RunOfEachLinkage, OtherFilesAndRequestsAreUntouched) {
+  ExpectSuccess(Supervised({GetParam(), "check", "other-files"}));
+}
+
+TEST_P(RunOfEachLinkage, AMalformedCommandFailsAndTheRunGoesOn) {
+  ExpectSuccess(Supervised({GetParam(), "check", "malformed"}));
+}
+
+TEST_P(RunOfEachLinkage, ThreadsShareOneDatapath) {
+  ExpectSuccess(Supervised({GetParam(), "check", "threads"}));
+}
+
+TEST_P(RunOfEachLinkage, AStormOfSignalsNeverRepeatsACommand) {
+  ExpectSuccess(Supervised({GetParam(), "check", "storm"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Clients, RunOfEachLinkage, testing::Values(kClient, kStaticClient),
+                         [](const auto& client) {
+                           return client.index == 0 ? "Dynamic" : "Static";
+                         });
+
+TEST(Run, ProcessesShareOneDatapath) {
+  ExpectSuccess(SupervisedLine("$CLIENT set edge-2 7 && (USE_UPGRADE_DEV= $CLIENT set edge-1 6) && "
+                               "$CLIENT list && $CLIENT level 3 && $CLIENT level"),
+                "edge-1 6\nedge-2 7\n3\n");
+}
+
+TEST(Run, EachHasADatapathOfItsOwn) {
+  Program other({kVdrsim, "run", "--", "sh", "-c", "$CLIENT set edge-1 1; echo ready; read line"});
+  other.AwaitOutput("ready\n");
+  ExpectSuccess(SupervisedLine("$CLIENT list"));
+  other.Finish();
+  ExpectSuccess(SupervisedLine("$CLIENT list"));
+}
+
+TEST(Run, ADescriptorLivesThroughExec) {
+  ExpectSuccess(SupervisedLine("exec 8<>/qorv/devices/char/zaxdriver/ryn_vdr; $CLIENT level 4; "
+                               "$CLIENT level-on 8"),
+                "4\n");
+}
+
+TEST(Run, ThereIsNoDeviceOutsideARun) {
+  if (access("/qorv/devices", F_OK) == 0) GTEST_SKIP() << "this host may have the true device";
+  const Result result = Execute({kClient, "list"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(result.output, "ENOENT\n");
+}
+
+TEST(Run, NeedsNoPrivilege) {
+  const std::vector<std::string> list = {kVdrsim, "run", "--", kClient, "set", "edge-1", "1"};
+  std::vector<std::string> unprivileged = {"setpriv", "--bounding-set=-all", "--inh-caps=-all",
+                                           "--"};
+  unprivileged.insert(unprivileged.end(), list.begin(), list.end());
+  ExpectSuccess(Execute(geteuid() == 0 ? unprivileged : list));
+}
+
+TEST(Run, LeavesTheCommandItsDescriptorsAndSignals) {
+  const std::vector<std::string> looks[] = {{"ls", "/proc/self/fd"},
+                                            {"grep", "^Sig[BIC]", "/proc/self/status"}};
+  for (const std::vector<std::string>& look : looks) {
+    const Result without = Execute(look);
+    ASSERT_EQ(without.exitStatus, 0);
+    ExpectSuccess(Supervised(look), without.output);
+  }
+}
+
+TEST(Run, PassesArgumentsOnUnread) {
+  ExpectSuccess(Supervised({"echo", "--", "--help", "a b", ""}), "-- --help a b \n");
+  ExpectSuccess(Execute({kVdrsim, "run", "echo", "--version", "--", "-h"}), "--version -- -h\n");
+}
+
+TEST(Run, PassesTheExitStatusOn) {
+  ExpectSuccess(Supervised({"true"}));
+  EXPECT_EQ(SupervisedLine("exit 3").exitStatus, 3);
+  EXPECT_EQ(SupervisedLine("exit 255").exitStatus, 255);
+}
+
+TEST(Run, PassesADeadlySignalOn) {
+  for (const int number : {SIGKILL, SIGTERM, SIGINT, SIGSEGV}) {
+    const std::string suicide = "kill -" + std::to_string(number) + " $$";
+    EXPECT_EQ(SupervisedLine(suicide).signal, number);
+  }
+  EXPECT_EQ(Execute({"sh", "-c", kVdrsim + " run -- sh -c 'kill -9 $$'; exit $?"}).exitStatus, 137);
+}
+
+TEST(Run, SaysThatACommandCannotBeStarted) {
+  const Result missing = Supervised({"./no-such-command"});
+  EXPECT_EQ(missing.exitStatus, 127);
+  EXPECT_EQ(missing.output, "vdrsim: ./no-such-command: No such file or directory\n");
+  const Result directory = Supervised({"/proc"});
+  EXPECT_EQ(directory.exitStatus, 126);
+  EXPECT_EQ(directory.output, "vdrsim: /proc: Permission denied\n");
+}
+
+TEST(Run, LastsUntilTheLastProcessEnds) {
+  ExpectSuccess(SupervisedLine("$CLIENT set edge-1 5; "
+                               "(while kill -0 $$; do sleep 0.01; done 2>&-; $CLIENT list) &"),
+                "edge-1 5\n");
+}
+
+TEST(Run, IgnoresTheChildrenThatWereThereBefore) {
+  Program shell({"sh", "-c", "sleep 1000 & echo $!; exec " + kVdrsim + " run -- echo done"});
+  shell.AwaitOutput("done\n");
+  const Result result = shell.Finish();
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_FALSE(result.leftNobody) << "the sleep goes on";
+  EXPECT_EQ(kill(std::stoi(result.output), SIGKILL), 0);
+}
+
+// The sleep in the background ignores interrupts, as every shell starts it.
+TEST(Run, EndsWithItsProcessGroup) {
+  Program program({kVdrsim, "run", "--", "sh", "-c", "sleep 1000 & exec $CLIENT check interrupts"});
+  program.AwaitOutput("ready\n");
+  program.SignalGroup(SIGINT);
+  const Result result = program.Finish();
+  EXPECT_GT(result.exitStatus, 0) << "the interrupts that arrived";
+  EXPECT_TRUE(result.leftNobody);
+}
+
+TEST(Run, ForwardsASignalThatCameToItAlone) {
+  for (const int number : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) {
+    const std::string trap = "trap 'echo trapped; exit 9' " + std::to_string(number);
+    Program program(
+        {kVdrsim, "run", "--", "sh", "-c", trap + "; echo ready; while :; do sleep 0.01; done"});
+    program.AwaitOutput("ready\n");
+    program.Signal(number);
+    const Result result = program.Finish();
+    EXPECT_EQ(result.exitStatus, 9) << number;
+    EXPECT_EQ(result.output, "ready\ntrapped\n") << number;
+    EXPECT_TRUE(result.leftNobody) << number;
+  }
+}
+
+// A shell that stays between the terminal and vdrsim would get the key too, and end by it.
+TEST(Run, LeavesTheKeysOfTheTerminalToTheCommand) {
+  Program terminal({"script", "-qec",
+                    "exec " + kVdrsim + " run -- " + kClient + " check interrupts", "/dev/null"});
+  terminal.AwaitOutput("ready");
+  terminal.Type("\x03");
+  const Result result = terminal.Finish();
+  EXPECT_EQ(result.exitStatus, 1) << "the interrupts that arrived";
+  EXPECT_TRUE(result.leftNobody);
+}
+
+TEST(Run, ServesACommandThatCleansUpWhenToldToStop) {
+  const std::string cleaning = "trap '$CLIENT delete edge-1; $CLIENT list; exit 0' TERM; ";
+  Program program({kVdrsim, "run", "--", "sh", "-c",
+                   cleaning + "$CLIENT set edge-1 1; echo ready; while :; do sleep 0.01; done"});
+  program.AwaitOutput("ready\n");
+  program.Signal(SIGTERM);
+  ExpectSuccess(program.Finish(), "ready\n");
+}
+
+TEST(Run, EndsProcessesThatWouldOutliveACommandThatWasStopped) {
+  const std::string obedient =
+      "setsid sh -c '(trap \"echo ended; exit\" TERM; echo one; while :; do sleep 0.01; done) & "
+      "echo two; sleep 1000' & ";
+  const std::string deaf = "setsid sh -c 'trap \"\" TERM; echo three; sleep 1000' & ";
+  Program program(
+      {kVdrsim, "run", "--", "sh", "-c", obedient + deaf + "read line; echo ready; sleep 1000"});
+  for (const char* line : {"one\n", "two\n", "three\n"}) program.AwaitOutput(line);
+  program.CloseInput();
+  program.AwaitOutput("ready\n");
+  program.Signal(SIGTERM);
+  const Result result = program.Finish();
+  EXPECT_EQ(result.signal, SIGTERM);
+  EXPECT_NE(result.output.find("ended\n"), std::string::npos) << result.output;
+  EXPECT_TRUE(result.leftNobody);
+}
+
+TEST(Run, LeavesASignalIgnoredThatWasIgnored) {
+  Program program(
+      {"sh", "-c",
+       "trap '' INT HUP; exec " + kVdrsim + " run -- sh -c 'echo ready; read line; exit 4'"});
+  program.AwaitOutput("ready\n");
+  program.SignalGroup(SIGINT);
+  program.Signal(SIGHUP);
+  const Result result = program.Finish();
+  EXPECT_EQ(result.exitStatus, 4);
+}
+
+TEST(Run, WithinARunIsRefused) {
+  ExpectUnusable(Supervised({kVdrsim, "run", "--", "echo", "inner"}),
+                 "vdrsim: already inside a vdrsim run");
+}
+
+// What a container or an old kernel withholds, by call and errno value, and what is said about it.
+struct Withheld {
+  std::vector<std::string> refusal;
+  std::string line;
+};
+
+TEST(Run, SaysWhatTheKernelOrAContainerWithholds) {
+  const Withheld cases[] = {
+      {{"seccomp", "1"},
+       "vdrsim: cannot supervise system calls: Operation not permitted (it takes"},
+      {{"seccomp", "38"}, "vdrsim: cannot supervise system calls: Function not implemented (it"},
+      // The first operation, which installs filters, alone.
+      {{"seccomp", "1", "0", "0xffffffff", "1"},
+       "vdrsim: cannot supervise system calls: Operation not permitted (it takes"},
+      {{"prctl", "1", "0", "0xffffffff", "38"},
+       "vdrsim: cannot set no_new_privs: Operation not permitted"},
+      // A kernel that can inject a descriptor but not answer with it.
+      {{"ioctl", "22", "1", "0xffffffff", "0x40182103"},
+       "vdrsim: cannot inject a descriptor into a supervised process: Invalid argument (it takes"},
+      {{"process_vm_readv", "1"},
+       "vdrsim: cannot read the memory of the command: Operation not permitted (a container"},
+  };
+  for (const Withheld& withheld : cases) {
+    std::vector<std::string> arguments = {kRefuse};
+    arguments.insert(arguments.end(), withheld.refusal.begin(), withheld.refusal.end());
+    for (const char* argument : {"--", kVdrsim.c_str(), "run", "--", "echo", "started"}) {
+      arguments.emplace_back(argument);
+    }
+    ExpectUnusable(Execute(arguments), withheld.line);
+  }
+}
+
+TEST(Run, WorksOnAKernelWithoutTheNewestFlags) {
+  // The flag that makes waiting callers deaf to signals, and the request for waking up in step.
+  const std::vector<std::vector<std::string>> missing = {
+      {"seccomp", "22", "1", "0x20", "0x20"}, {"ioctl", "22", "1", "0xffffffff", "0x40082104"}};
+  for (const auto& refusal : missing) {
+    std::vector<std::string> arguments = {kRefuse};
+    arguments.insert(arguments.end(), refusal.begin(), refusal.end());
+    for (const std::string& argument :
+         {std::string("--"), kVdrsim, std::string("run"), kClient, std::string("level")}) {
+      arguments.push_back(argument);
+    }
+    ExpectSuccess(Execute(arguments), "0\n");
+  }
+}
+
+TEST(CommandLine, WrongUsageHasStatusTwo) {
+  const std::vector<std::vector<std::string>> wrong = {
+      {}, {"run"}, {"run", "--"}, {"run", "--bogus", "true"}, {"walk", "true"}, {"--bogus"}};
+  for (std::vector<std::string> arguments : wrong) {
+    arguments.insert(arguments.begin(), kVdrsim);
+    const Result result = Execute(arguments);
+    EXPECT_EQ(result.exitStatus, 2) << arguments.back();
+    EXPECT_NE(result.output, "") << arguments.back();
+  }
+}
+
+TEST(CommandLine, HelpAndVersionArePrinted) {
+  EXPECT_NE(Execute({kVdrsim, "--help"}).output.find("Usage: vdrsim"), std::string::npos);
+  EXPECT_NE(Execute({kVdrsim, "run", "--help"}).output.find("COMMAND..."), std::string::npos);
+  const Result version = Execute({kVdrsim, "--version"});
+  ExpectSuccess(version, "vdrsim " VERSION "\n");
+}
+
+}  // namespace

@@ -1,0 +1,189 @@
+#include "launcher.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <linux/seccomp.h>
+#include <sys/ioctl.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "caller_memory.h"
+#include "seccomp_filter.h"
+#include "start_failure.h"
+
+// Named by the headers of Linux 6.6 and later.
+#ifndef SECCOMP_IOCTL_NOTIF_SET_FLAGS
+#define SECCOMP_IOCTL_NOTIF_SET_FLAGS SECCOMP_IOW(4, __u64)
+#define SECCOMP_USER_NOTIF_FD_SYNC_WAKE_UP (1UL << 0)
+#endif
+
+namespace vdrsim {
+
+namespace {
+
+// What the child tells about the way to its supervision; the last step brings the listener along.
+enum class Step : int { Privileges, Filter, Ready };
+struct Progress {
+  Step step;
+  int error;
+};
+
+// Read from the child to see whether its memory can be read at all.
+const uint64_t kProbe = 0x7664727369'6d2021;
+
+[[noreturn]] void BecomeCommand(const std::vector<std::string>& arguments,
+                                const RunSignals& signals, std::vector<sock_filter>& filter,
+                                int parent);
+void SendProgress(int parent, Progress progress, int listener);
+Progress ReceiveProgress(int child, UniqueFd& listener);
+void CheckInjection(int listener, const SimulatedNode& node);
+void CheckMemory(pid_t child);
+void WakeUpInStep(int listener);
+
+}  // namespace
+
+Launched Launch(const std::vector<std::string>& arguments, const RunSignals& signals,
+                const SimulatedNode& node) {
+  std::vector<sock_filter> filter = SupervisedCallsFilter();
+  prctl(PR_SET_CHILD_SUBREAPER, 1);
+
+  int ends[2] = {-1, -1};
+  if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
+    FailStart("cannot create a socket pair", errno);
+  }
+  UniqueFd parentEnd(ends[0]);
+  UniqueFd childEnd(ends[1]);
+  const pid_t child = fork();
+  if (child < 0) FailStart("cannot start a process", errno);
+  if (child == 0) {
+    parentEnd.Close();
+    BecomeCommand(arguments, signals, filter, childEnd.get());
+  }
+  childEnd.Close();
+
+  Launched launched{.command = child};
+  try {
+    const Progress progress = ReceiveProgress(parentEnd.get(), launched.listener);
+    if (progress.step == Step::Privileges) {
+      FailStart("cannot set no_new_privs", progress.error);
+    }
+    if (progress.step == Step::Filter) FailFilter(progress.error);
+    if (!launched.listener) FailStart("cannot receive the seccomp listener", EBADF);
+    CheckInjection(launched.listener.get(), node);
+    CheckMemory(child);
+  } catch (const StartFailure&) {
+    // The child waits for leave to go on and ends when it can't come any more.
+    parentEnd.Close();
+    waitpid(child, nullptr, 0);
+    throw;
+  }
+  WakeUpInStep(launched.listener.get());
+  send(parentEnd.get(), "", 1, MSG_NOSIGNAL);
+  return launched;
+}
+
+namespace {
+
+void BecomeCommand(const std::vector<std::string>& arguments, const RunSignals& signals,
+                   std::vector<sock_filter>& filter, int parent) {
+  if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) {
+    SendProgress(parent, {Step::Privileges, errno}, -1);
+    _exit(2);
+  }
+  UniqueFd listener(InstallFilter(filter));
+  if (!listener) {
+    SendProgress(parent, {Step::Filter, errno}, -1);
+    _exit(2);
+  }
+  SendProgress(parent, {Step::Ready, 0}, listener.get());
+  listener.Close();
+  char leave = 0;
+  if (recv(parent, &leave, sizeof leave, 0) != sizeof leave) _exit(2);
+
+  signals.Restore();
+  std::vector<char*> argv;
+  argv.reserve(arguments.size() + 1);
+  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+  argv.push_back(nullptr);
+  execvp(argv[0], argv.data());
+  const int error = errno;
+  fmt::print(stderr, "vdrsim: {}: {}\n", argv[0], std::strerror(error));
+  _exit(error == ENOENT ? 127 : 126);
+}
+
+void SendProgress(int parent, Progress progress, int listener) {
+  iovec content{&progress, sizeof progress};
+  alignas(cmsghdr) char control[CMSG_SPACE(sizeof listener)] = {};
+  msghdr message{};
+  message.msg_iov = &content;
+  message.msg_iovlen = 1;
+  if (listener >= 0) {
+    message.msg_control = control;
+    message.msg_controllen = sizeof control;
+    cmsghdr* header = CMSG_FIRSTHDR(&message);
+    header->cmsg_level = SOL_SOCKET;
+    header->cmsg_type = SCM_RIGHTS;
+    header->cmsg_len = CMSG_LEN(sizeof listener);
+    std::memcpy(CMSG_DATA(header), &listener, sizeof listener);
+  }
+  sendmsg(parent, &message, MSG_NOSIGNAL);
+}
+
+Progress ReceiveProgress(int child, UniqueFd& listener) {
+  Progress progress{};
+  iovec content{&progress, sizeof progress};
+  alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))] = {};
+  msghdr message{};
+  message.msg_iov = &content;
+  message.msg_iovlen = 1;
+  message.msg_control = control;
+  message.msg_controllen = sizeof control;
+  if (recvmsg(child, &message, MSG_CMSG_CLOEXEC) != sizeof progress) {
+    throw StartFailure("the process that was to become the command ended before it could");
+  }
+  const cmsghdr* header = CMSG_FIRSTHDR(&message);
+  if (header && header->cmsg_type == SCM_RIGHTS) {
+    int received = -1;
+    std::memcpy(&received, CMSG_DATA(header), sizeof received);
+    listener = UniqueFd(received);
+  }
+  return progress;
+}
+
+// No call waits yet, so a kernel that can inject and answer in one step finds nobody to answer, and
+// one that can't rejects the flag.
+void CheckInjection(int listener, const SimulatedNode& node) {
+  const UniqueFd opened = node.Open(O_RDWR);
+  if (!opened) FailStart("cannot open a memory file anew through /proc/self/fd", errno);
+  seccomp_notif_addfd addition{};
+  addition.flags = SECCOMP_ADDFD_FLAG_SEND;
+  addition.srcfd = static_cast<uint32_t>(opened.get());
+  if (ioctl(listener, SECCOMP_IOCTL_NOTIF_ADDFD, &addition) < 0 && errno != ENOENT) {
+    FailStart("cannot inject a descriptor into a supervised process", errno,
+              "it takes Linux 5.14 or later");
+  }
+}
+
+void CheckMemory(pid_t child) {
+  uint64_t seen = 0;
+  const bool read = CallerMemory(child).Read(reinterpret_cast<uint64_t>(&kProbe),
+                                             std::as_writable_bytes(std::span(&seen, 1)));
+  if (read && seen == kProbe) return;
+  FailStart("cannot read the memory of the command", read ? EIO : errno,
+            "a container must allow process_vm_readv, and kernel.yama.ptrace_scope must be 0 or 1");
+}
+
+// Caller and supervisor take turns; this tells the scheduler so. It only makes a run faster, and
+// kernels before 6.6 don't know it.
+void WakeUpInStep(int listener) {
+  ioctl(listener, SECCOMP_IOCTL_NOTIF_SET_FLAGS, SECCOMP_USER_NOTIF_FD_SYNC_WAKE_UP);
+}
+
+}  // namespace
+
+}  // namespace vdrsim

@@ -1,0 +1,84 @@
+#include "seccomp_filter.h"
+
+#include <linux/seccomp.h>
+#include <seccomp.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <memory>
+
+#include "start_failure.h"
+#include "unique_fd.h"
+
+namespace vdrsim {
+
+namespace {
+
+struct ReleaseFilter {
+  void operator()(void* filter) const { seccomp_release(filter); }
+};
+
+long Seccomp(unsigned operation, unsigned long flags, void* argument) {
+  return syscall(SYS_seccomp, operation, flags, argument);
+}
+
+// libseccomp reports its errors as negative errno values.
+void Require(int result) {
+  if (result < 0) FailStart("cannot build the seccomp filter", -result);
+}
+
+}  // namespace
+
+std::vector<sock_filter> SupervisedCallsFilter() {
+  seccomp_notif_sizes sizes{};
+  if (Seccomp(SECCOMP_GET_NOTIF_SIZES, 0, &sizes) != 0) FailFilter(errno);
+
+  const std::unique_ptr<void, ReleaseFilter> filter(seccomp_init(SCMP_ACT_ALLOW));
+  if (!filter) FailStart("cannot build the seccomp filter", ENOMEM);
+  Require(seccomp_attr_set(filter.get(), SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_ALLOW));
+  for (const int call : {SCMP_SYS(openat), SCMP_SYS(open), SCMP_SYS(openat2), SCMP_SYS(ioctl)}) {
+    Require(seccomp_rule_add(filter.get(), SCMP_ACT_NOTIFY, call, 0));
+  }
+
+  const UniqueFd exported(memfd_create("vdrsim-filter", MFD_CLOEXEC));
+  if (!exported) FailStart("cannot create a memory file", errno);
+  Require(seccomp_export_bpf(filter.get(), exported.get()));
+  struct stat status {};
+  if (fstat(exported.get(), &status) != 0) FailStart("cannot read the seccomp filter", errno);
+  const auto length = static_cast<size_t>(status.st_size);
+  std::vector<sock_filter> program(length / sizeof(sock_filter));
+  if (pread(exported.get(), program.data(), length, 0) != status.st_size) {
+    FailStart("cannot read the seccomp filter", EIO);
+  }
+  return program;
+}
+
+// Without WAIT_KILLABLE_RECV (Linux 5.19) a signal that arrives while a command is carried out
+// makes the kernel start the ioctl again, and the command would be carried out twice. libseccomp
+// can't ask for it, hence the bare system call.
+int InstallFilter(std::vector<sock_filter>& filter) {
+  sock_fprog program{static_cast<unsigned short>(filter.size()), filter.data()};
+  constexpr unsigned long flags = SECCOMP_FILTER_FLAG_NEW_LISTENER;
+  long listener =
+      Seccomp(SECCOMP_SET_MODE_FILTER, flags | SECCOMP_FILTER_FLAG_WAIT_KILLABLE_RECV, &program);
+  if (listener < 0 && errno == EINVAL) {
+    listener = Seccomp(SECCOMP_SET_MODE_FILTER, flags, &program);
+  }
+  return static_cast<int>(listener);
+}
+
+void FailFilter(int error) {
+  if (error == EBUSY) {
+    throw StartFailure(
+        "already inside a vdrsim run, or under another supervisor of system calls: only one can "
+        "be");
+  }
+  FailStart("cannot supervise system calls", error,
+            "it takes Linux 5.14 or later with CONFIG_SECCOMP_FILTER, and a container must allow "
+            "seccomp");
+}
+
+}  // namespace vdrsim
