@@ -43,5 +43,6 @@
 
 #include <vdrzax/channel.h>
 #include <vdrzax/instance.h>
+#include <vdrzax/lif.h>
 
 #endif
