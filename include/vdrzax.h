@@ -44,5 +44,6 @@
 #include <vdrzax/channel.h>
 #include <vdrzax/instance.h>
 #include <vdrzax/lif.h>
+#include <vdrzax/route.h>
 
 #endif

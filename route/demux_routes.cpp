@@ -1,0 +1,19 @@
+#include <vdrzax/route.h>
+
+#include "channel/getters.h"
+#include "route/demux_route_record.h"
+
+namespace {
+
+using namespace vdrzax;
+
+constexpr ListKind<DemuxRouteRecord> kDemuxRoutes{
+    .cap = 30000, .decode = DecodeRecord<kDemuxRouteRecord>, .release = VDRZAX_ReleaseDemuxRoutes};
+
+}  // namespace
+
+int VDRZAX_GetDemuxRoutes(RecordList** out) {
+  return GetList<kDemuxRoutes>(CommandCode::GetDemuxRoutes, out, [](Request& /*empty*/) {});
+}
+
+void VDRZAX_ReleaseDemuxRoutes(RecordList* list) { ReleaseList(list); }

@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+#include <vdrzax/route.h>
+
+#include "support/contract.h"
+
+namespace {
+
+using contract::Steps;
+
+// Fields of a packed record may be unaligned, and an expectation takes its arguments by reference.
+template <typename Number>
+Number Copy(Number field) {
+  return field;
+}
+
+contract::ListGetter DemuxRoutesGetter() {
+  return {.call = VDRZAX_GetDemuxRoutes,
+          .release = VDRZAX_ReleaseDemuxRoutes,
+          .code = 173,
+          .block = wire::Block(),
+          .size = 148,
+          .cap = 30000};
+}
+
+fake::Bytes DecodedDemuxRoute(const fake::Bytes& source) {
+  return wire::Decoded(source, {{0, 4}, {4, 4}, {8, 4}, {12, 8}, {20, 64, 't'}, {84, 64, 't'}});
+}
+
+TEST(DemuxRoutes, AllAreListedByTheContractOfAListGetter) {
+  contract::ExpectListGetter(DemuxRoutesGetter());
+}
+
+TEST(DemuxRoutes, ARecordIsCopiedFieldByField) {
+  const fake::Bytes source = wire::Pattern(148);
+  const auto records = contract::DecodeAll(DemuxRoutesGetter(), source);
+  ASSERT_EQ(records.size(), 1u);
+  EXPECT_BYTES(records[0], DecodedDemuxRoute(source));
+}
+
+TEST(DemuxRoutes, TheFieldsOfTheRecordAreWhereTheKernelPutsThem) {
+  fake::Bytes source(148);
+  for (std::size_t index = 0; index < 20; ++index) source[index] = static_cast<uint8_t>(index);
+  source[20] = 'a';
+  source[84] = 'b';
+  fake::Device device;
+  device.AnswerWith({.bytes = source});
+  RecordList* list = nullptr;
+  ASSERT_EQ(VDRZAX_GetDemuxRoutes(&list), 0);
+  const auto* record = static_cast<const DemuxRouteRecord*>(list->entries);
+  EXPECT_EQ(Copy(record->demuxWord0), 0x03020100u);
+  EXPECT_EQ(Copy(record->demuxWord1), 0x07060504u);
+  EXPECT_EQ(Copy(record->demuxWord2), 0x0B0A0908u);
+  EXPECT_EQ(Copy(record->demuxQword), 0x131211100F0E0D0Cu);
+  EXPECT_STREQ(record->demuxName1, "a");
+  EXPECT_STREQ(record->demuxName2, "b");
+  VDRZAX_ReleaseDemuxRoutes(list);
+}
+
+TEST(DemuxRoutes, AReplyOfNothingIsAListWithoutRecords) {
+  fake::Device device;
+  RecordList* list = nullptr;
+  ASSERT_EQ(VDRZAX_GetDemuxRoutes(&list), 0);
+  EXPECT_EQ(list->count, 0);
+  EXPECT_NE(list->entries, nullptr);
+  VDRZAX_ReleaseDemuxRoutes(list);
+}
+
+TEST(DemuxRoutes, AReplyOf296BytesIsTwoRecordsAndOneOf300IsRefused) {
+  EXPECT_EQ(contract::DecodeAll(DemuxRoutesGetter(), wire::Patterns(2, 148)).size(), 2u);
+  fake::Bytes reply = wire::Patterns(3, 148);
+  reply.resize(300);
+  fake::Device device;
+  device.AnswerWith({.bytes = reply});
+  RecordList* list = nullptr;
+  contract::ExpectFailure(device, [&] { return VDRZAX_GetDemuxRoutes(&list); }, EBADMSG,
+                          {"calloc(1, 16)", "malloc(4440000)", "open64", "ioctl", "close",
+                           "calloc(30000, 148)", "free(4440000)", "free(16)", "free(4440000)"});
+  EXPECT_EQ(list, nullptr);
+}
+
+TEST(DemuxRoutes, TheTableIsAskedForWith968ZeroBytes) {
+  fake::Device device;
+  RecordList* list = nullptr;
+  ASSERT_EQ(VDRZAX_GetDemuxRoutes(&list), 0);
+  contract::ExpectSent(device, 173, fake::Bytes(968), 4440000);
+  VDRZAX_ReleaseDemuxRoutes(list);
+}
+
+TEST(DemuxRoutes, ANameThatFillsItsFieldArrivesTerminated) {
+  const auto records = contract::DecodeAll(DemuxRoutesGetter(), fake::Bytes(148, 'x'));
+  ASSERT_EQ(records.size(), 1u);
+  for (const std::size_t end : {83u, 147u}) {
+    EXPECT_EQ(records[0][end - 1], 'x');
+    EXPECT_EQ(records[0][end], 0);
+  }
+}
+
+TEST(DemuxRoutes, BytesBehindATerminatorArriveAsZero) {
+  fake::Bytes source = wire::Pattern(148);
+  source[25] = source[84] = 0;
+  const auto records = contract::DecodeAll(DemuxRoutesGetter(), source);
+  ASSERT_EQ(records.size(), 1u);
+  EXPECT_BYTES(records[0], DecodedDemuxRoute(source));
+}
+
+TEST(DemuxRoutes, EveryRecordOfAFullTableIsCopiedFieldByField) {
+  const auto records = contract::DecodeAll(DemuxRoutesGetter(), wire::Patterns(30000, 148));
+  ASSERT_EQ(records.size(), 30000u);
+  for (unsigned index = 0; index < 30000; ++index) {
+    ASSERT_BYTES(records[index], DecodedDemuxRoute(wire::Pattern(148, index)));
+  }
+}
+
+TEST(DemuxRoutesDeathTest, AnUntestedNullFaults) {
+  fake::Device device;
+  EXPECT_DEATH(VDRZAX_GetDemuxRoutes(nullptr), "");
+}
+
+TEST(DemuxRoutes, ReleaseAcceptsNull) {
+  fake::Device device;
+  VDRZAX_ReleaseDemuxRoutes(nullptr);
+  EXPECT_EQ(device.steps, Steps{});
+}
+
+TEST(DemuxRoutes, ReleaseOfAListWithoutEntriesFreesTheHeader) {
+  auto* list = static_cast<RecordList*>(std::calloc(1, 16));
+  list->count = 5;
+  VDRZAX_ReleaseDemuxRoutes(list);
+}
+
+}  // namespace
