@@ -44,6 +44,7 @@
 #include <vdrzax/channel.h>
 #include <vdrzax/instance.h>
 #include <vdrzax/lif.h>
+#include <vdrzax/policy.h>
 #include <vdrzax/route.h>
 
 #endif
