@@ -41,6 +41,7 @@
 #ifndef VDRZAX_H
 #define VDRZAX_H
 
+#include <vdrzax/bridge.h>
 #include <vdrzax/channel.h>
 #include <vdrzax/instance.h>
 #include <vdrzax/lif.h>
