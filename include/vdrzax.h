@@ -43,9 +43,12 @@
 
 #include <vdrzax/bridge.h>
 #include <vdrzax/channel.h>
+#include <vdrzax/e2i.h>
 #include <vdrzax/instance.h>
 #include <vdrzax/lif.h>
+#include <vdrzax/mcast.h>
 #include <vdrzax/policy.h>
 #include <vdrzax/route.h>
+#include <vdrzax/services.h>
 
 #endif

@@ -1,0 +1,56 @@
+#include <gtest/gtest.h>
+#include <vdrzax/e2i.h>
+
+#include "support/contract.h"
+
+namespace {
+
+using contract::ExpectCommand;
+using wire::Block;
+
+constexpr MacValue kMac{{0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}};
+const fake::Bytes kMacBytes{0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E};
+
+TEST(PhysicalMac, AddSendsTheValueAndTheAddress) {
+  ExpectCommand([] { return VDRZAX_AddPmac(0x11223344, &kMac); }, 74,
+                Block().U32(256, 0x11223344).Raw(260, kMacBytes));
+}
+
+TEST(PhysicalMac, AddWithoutAddressSendsTheValueAndZerosAt260To265) {
+  ExpectCommand([] { return VDRZAX_AddPmac(7, nullptr); }, 74, Block().U32(256, 7));
+}
+
+TEST(PhysicalMac, DeleteSendsTheAddressAndNoValueAt256) {
+  ExpectCommand([] { return VDRZAX_DelPmac(&kMac); }, 75, Block().Raw(260, kMacBytes));
+}
+
+TEST(PhysicalMac, DeleteWithoutAddressSends968ZeroBytes) {
+  ExpectCommand([] { return VDRZAX_DelPmac(nullptr); }, 75, Block());
+}
+
+TEST(PhysicalMac, TheKernelFillsTheCallers131072Bytes) {
+  fake::Bytes buffer(131072);
+  contract::ExpectRawGetter([&] { return VDRZAX_GetPmac(buffer.data()); }, 73, Block(),
+                            buffer.data(), 131072);
+}
+
+TEST(PhysicalMac, ANullBufferIsGivenToTheKernel) {
+  fake::Device device;
+  device.AnswerWith(fake::Failure(EFAULT));
+  contract::ExpectFailure(device, [] { return VDRZAX_GetPmac(nullptr); }, EFAULT,
+                          {"open64", "ioctl", "close"});
+  ASSERT_EQ(device.commands.size(), 1u);
+  EXPECT_EQ(device.commands[0].outBuffer, nullptr);
+  EXPECT_EQ(device.commands[0].outLength, 131072u);
+}
+
+TEST(PhysicalMac, AFailedReadLeavesTheBufferAsTheKernelLeftIt) {
+  fake::Bytes buffer(131072, 0xEE);
+  fake::Device device;
+  device.AnswerWith({.bytes = {1, 2, 3}, .result = -1, .error = EIO});
+  EXPECT_EQ(VDRZAX_GetPmac(buffer.data()), -1);
+  EXPECT_EQ(buffer[2], 3);
+  EXPECT_EQ(buffer[3], 0xEE);
+}
+
+}  // namespace
