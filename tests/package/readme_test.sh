@@ -1,0 +1,16 @@
+#!/bin/sh
+# The program that the front page shows is the one that is built and run as an example.
+# usage: readme_test.sh README EXAMPLE
+set -eu
+readme=$1 example=$2
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+# shellcheck disable=SC2016
+sed -n '/^```c$/,/^```$/p' "$readme" | sed '1d;$d' >"$scratch/shown"
+sed 1d "$example" >"$scratch/built" # without the comment that opens it
+[ -s "$scratch/shown" ] || { echo "$readme shows no C program"; exit 1; }
+if ! diff "$scratch/shown" "$scratch/built"; then
+  echo "< as $readme shows it, > as $example has it"
+  exit 1
+fi
