@@ -1,0 +1,207 @@
+#include "lists.h"
+
+#include <vdrzax.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
+#include <vector>
+
+#include "bridge/bridge_bfd_session_record.h"
+#include "bridge/bridge_cluster_node_record.h"
+#include "bridge/bridge_cluster_record.h"
+#include "bridge/bridge_endpoint_record.h"
+#include "bridge/bridge_fdb_record.h"
+#include "bridge/bridge_instance_record.h"
+#include "bridge/bridge_network_record.h"
+#include "bridge/bridge_port_record.h"
+#include "device.h"
+#include "e2i/e2i_entry_record.h"
+#include "floor.h"
+#include "instance/instance_record.h"
+#include "lif/lif_record.h"
+#include "mcast/mrouting_local_rcvr_record.h"
+#include "mcast/mrouting_mcast_group_record.h"
+#include "mcast/vtep_entry_record.h"
+#include "policy/policy_record.h"
+#include "policy/policy_table_record.h"
+#include "rounds.h"
+#include "route/demux_route_record.h"
+#include "route/route_record.h"
+
+namespace {
+
+using vdrzax::Field;
+using vdrzax::RecordLayout;
+
+struct Getter {
+  const char* name;
+  const RecordLayout* layout;
+  uint32_t cap;
+  int32_t (*readAndRelease)();  // returns the count, -1 when the getter failed
+  std::size_t header = 16;
+  bool isTable = false;  // a count stands before the records, and no more entries are allocated
+};
+
+// One row of the table.
+struct Subject {
+  const Getter* getter;
+  uint32_t records;
+  device::Calls calls;
+};
+
+template <auto kRelease, typename List, typename... Arguments, typename... Given>
+int32_t Read(int (*get)(Arguments...), Given... given) {
+  List* list = nullptr;
+  if (get(given..., &list) != 0) return -1;
+  const int32_t count = list->count;
+  kRelease(list);
+  return count;
+}
+
+template <auto kGet, auto kRelease, typename... Given>
+int32_t ReadList(Given... given) {
+  return Read<kRelease, RecordList>(kGet, given...);
+}
+
+const Getter kGetters[] = {
+    {"VDRZAX_GetInstances", &vdrzax::kInstanceRecord, 1001,
+     [] { return ReadList<VDRZAX_GetInstances, VDRZAX_ReleaseInstances>("edge-1", uint8_t{1}); }},
+    {"VDRZAX_GetLifs", &vdrzax::kLifRecord, 10000,
+     [] { return ReadList<VDRZAX_GetLifs, VDRZAX_ReleaseLifs>("edge-1"); }},
+    {"VDRZAX_GetBridgeLifs", &vdrzax::kLifRecord, 10000,
+     [] { return ReadList<VDRZAX_GetBridgeLifs, VDRZAX_ReleaseLifs>("edge-1"); }},
+    {"VDRZAX_GetRoutes", &vdrzax::kRouteRecord, 20000,
+     [] { return ReadList<VDRZAX_GetRoutes, VDRZAX_ReleaseRoutes>("edge-1"); }},
+    {"VDRZAX_GetDemuxRoutes", &vdrzax::kDemuxRouteRecord, 30000,
+     [] { return ReadList<VDRZAX_GetDemuxRoutes, VDRZAX_ReleaseDemuxRoutes>(); }},
+    {"VDRZAX_GetPolicy", &vdrzax::kPolicyRecord, 1000,
+     [] { return ReadList<VDRZAX_GetPolicy, VDRZAX_ReleaseAllPolicy>(1U); }},
+    {"VDRZAX_GetPolicyTable", &vdrzax::kPolicyTableRecord, 1000,
+     [] { return ReadList<VDRZAX_GetPolicyTable, VDRZAX_ReleaseAllPolicyTable>(); }},
+    {"VDRZAX_GetLifPolicies", &vdrzax::kRouteRecord, 20000,
+     [] { return ReadList<VDRZAX_GetLifPolicies, VDRZAX_ReleaseRoutes>("edge-1", 4U, "uplink"); }},
+    {"VDRZAX_GetBridgeInstances", &vdrzax::kBridgeInstanceRecord, 4096,
+     [] { return ReadList<VDRZAX_GetBridgeInstances, VDRZAX_ReleaseBridgeInstances>(); }},
+    {"VDRZAX_GetBridgeNetworks", &vdrzax::kBridgeNetworkRecord, 32768,
+     [] {
+       return ReadList<VDRZAX_GetBridgeNetworks, VDRZAX_ReleaseBridgeNetworks>("edge-1", "net");
+     }},
+    {"VDRZAX_GetBridgePorts", &vdrzax::kBridgePortRecord, 32768,
+     [] {
+       return ReadList<VDRZAX_GetBridgePorts, VDRZAX_ReleaseBridgePorts>("edge-1", "net",
+                                                                         uint16_t{3}, 4U);
+     }},
+    {"VDRZAX_GetBridgeFdbEntries", &vdrzax::kBridgeFdbRecord, 10240,
+     [] {
+       return ReadList<VDRZAX_GetBridgeFdbEntries, VDRZAX_ReleaseBridgeFdbEntries>("edge-1",
+                                                                                   uint16_t{2}, 3U);
+     }},
+    {"VDRZAX_GetBridgeClusters", &vdrzax::kBridgeClusterRecord, 10,
+     [] { return ReadList<VDRZAX_GetBridgeClusters, VDRZAX_ReleaseBridgeClusters>("cluster"); }},
+    {"VDRZAX_GetBridgeClusterNodes", &vdrzax::kBridgeClusterNodeRecord, 100,
+     [] {
+       return ReadList<VDRZAX_GetBridgeClusterNodes, VDRZAX_ReleaseBridgeClusterNodes>("cluster");
+     }},
+    {"VDRZAX_GetBridgeEndpoints", &vdrzax::kBridgeEndpointRecord, 28672,
+     [] { return ReadList<VDRZAX_GetBridgeEndpoints, VDRZAX_ReleaseBridgeEndpoints>("edge-1"); }},
+    {"VDRZAX_GetBridgeBFDSessions", &vdrzax::kBridgeBfdSessionRecord, 2867200,
+     [] {
+       return ReadList<VDRZAX_GetBridgeBFDSessions, VDRZAX_ReleaseBridgeBFDSessions>("edge-1");
+     }},
+    {"VDRZAX_GetE2ITable", &vdrzax::kE2IEntry, 8192,
+     [] { return Read<VDRZAX_ReleaseE2ITable, E2ITable>(VDRZAX_GetE2ITable); }, sizeof(E2ITable),
+     true},
+    {"VDRZAX_GetMRoutingLocalRcvrs", &vdrzax::kMRoutingLocalRcvr, 512,
+     [] {
+       return ReadList<VDRZAX_GetMRoutingLocalRcvrs, VDRZAX_ReleaseMRoutingLocalRcvrs>("edge-1",
+                                                                                       1U);
+     }},
+    {"VDRZAX_GetMRoutingRemoteRcvrs", &vdrzax::kVtepEntry, 2048,
+     [] {
+       return Read<VDRZAX_ReleaseVTEPTable, VTEPTable>(VDRZAX_GetMRoutingRemoteRcvrs, "edge-1", 1U);
+     },
+     sizeof(VTEPTable), true},
+    {"VDRZAX_GetMRoutingAllMcastGroups", &vdrzax::kMRoutingMcastGroup, 4096,
+     [] {
+       return ReadList<VDRZAX_GetMRoutingAllMcastGroups, VDRZAX_ReleaseMRoutingMcastGroups>(
+           "edge-1");
+     }},
+};
+
+bool HasText(const RecordLayout& layout) {
+  return std::any_of(layout.rows.begin(), layout.rows.end(), [](const Field& row) {
+    return row.kind == Field::Kind::Text ||
+           (row.kind == Field::Kind::Entries && HasText(*row.entry));
+  });
+}
+
+// Every text is a name of ordinary length, every array of entries is full.
+void FillRecord(const RecordLayout& layout, uint8_t* record) {
+  constexpr char kName[] = "edge-uplink-0042";
+  for (const Field& row : layout.rows) {
+    if (row.kind == Field::Kind::Text) {
+      std::memset(record + row.offset, 0, row.width);
+      std::memcpy(record + row.offset, kName, sizeof kName);
+    } else if (row.kind == Field::Kind::Entries) {
+      for (uint32_t index = 0; index < row.elements; ++index) {
+        FillRecord(*row.entry, record + row.offset + index * row.entry->size);
+      }
+    }
+  }
+  for (const Field& row : layout.rows) {
+    if (row.kind == Field::Kind::Entries) {
+      std::memcpy(record + row.countOffset, &row.elements, row.countWidth);
+    }
+  }
+}
+
+std::vector<uint8_t> MakeReply(const Getter& getter, uint32_t records) {
+  const std::size_t prefix = getter.isTable ? sizeof records : 0;
+  const std::size_t size = getter.layout->size;
+  std::vector<uint8_t> reply(prefix + records * size, 0x5A);
+  if (getter.isTable) std::memcpy(reply.data(), &records, sizeof records);
+  for (uint32_t index = 0; index < records; ++index) {
+    FillRecord(*getter.layout, reply.data() + prefix + index * size);
+  }
+  return reply;
+}
+
+void RunList(benchmark::State& state, const void* row) {
+  const Subject& subject = *static_cast<const Subject*>(row);
+  const Getter& getter = *subject.getter;
+  const floor_of::List list{.header = getter.header,
+                            .prefix = getter.isTable ? sizeof(uint32_t) : 0U,
+                            .record = getter.layout->size,
+                            .cap = getter.cap,
+                            .fitsEntries = getter.isTable};
+  const std::vector<uint8_t> reply = MakeReply(getter, subject.records);
+  device::Answer(subject.calls, device::Verdict::Serve, reply);
+  rounds::Compare(
+      state,
+      [&] {
+        if (getter.readAndRelease() != static_cast<int32_t>(subject.records)) std::abort();
+      },
+      [&] {
+        if (floor_of::ReadList(list) != subject.records) std::abort();
+      });
+}
+
+}  // namespace
+
+void RegisterLists() {
+  constexpr uint32_t kFew = 3;
+  static std::deque<Subject> subjects;  // The benchmarks keep addresses of its elements.
+  for (const Getter& getter : kGetters) {
+    const double fullTarget = HasText(*getter.layout) ? 1.2 : 1.05;
+    const auto add = [&](uint32_t records, device::Calls calls, const char* device, double target) {
+      subjects.push_back({&getter, records, calls});
+      rounds::Register({getter.name, device, static_cast<double>(records), target}, RunList,
+                       &subjects.back());
+    };
+    add(kFew, device::Calls::Program, "program", 1.05);
+    add(kFew, device::Calls::Kernel, "kernel", 1.05);
+    add(getter.cap, device::Calls::Program, "program", fullTarget);
+  }
+}

@@ -1,0 +1,23 @@
+// Measures the shared library, as it ships, against the least that the same work can cost, and
+// prints the table of docs/speed.md. All flags of Google Benchmark serve, for example
+// --benchmark_filter=Routes.
+
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include "commands.h"
+#include "lists.h"
+#include "table_reporter.h"
+
+int main(int count, char** arguments) {
+  // A sliding threshold would give one side fresh pages and the other recycled ones.
+  if (mallopt(M_MMAP_THRESHOLD, 131072) != 1) return 1;
+  benchmark::Initialize(&count, arguments);
+  if (benchmark::ReportUnrecognizedArguments(count, arguments)) return 1;
+  RegisterCommands();
+  RegisterLists();
+  TableReporter table;
+  benchmark::RunSpecifiedBenchmarks(&table);
+  benchmark::Shutdown();
+  return 0;
+}

@@ -1,0 +1,43 @@
+#include "table_reporter.h"
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+std::string Duration(double nanoseconds) {
+  char text[32];
+  if (nanoseconds < 1e4) {
+    std::snprintf(text, sizeof text, "%.0f ns", nanoseconds);
+  } else if (nanoseconds < 1e7) {
+    std::snprintf(text, sizeof text, "%.1f us", nanoseconds / 1e3);
+  } else {
+    std::snprintf(text, sizeof text, "%.1f ms", nanoseconds / 1e6);
+  }
+  return text;
+}
+
+}  // namespace
+
+bool TableReporter::ReportContext(const Context& /*context*/) {
+  std::puts(
+      "| Function | Records | Device | Library | Floor | Ratio | Middle half | Target | Met |");
+  std::puts("|---|---|---|---|---|---|---|---|---|");
+  return true;
+}
+
+void TableReporter::ReportRuns(const std::vector<Run>& runs) {
+  for (const Run& run : runs) {
+    const auto value = [&](const char* name) { return run.counters.at(name).value; };
+    const std::string function =
+        run.run_name.function_name.substr(0, run.run_name.function_name.find('/'));
+    const double records = value("records");
+    const std::string count = records > 0 ? std::to_string(static_cast<int>(records)) : "";
+    std::printf("| `%s` | %s | %s | %s | %s | %.3f | %.3f to %.3f | %.2f | %s |\n",
+                function.c_str(), count.c_str(), run.report_label.c_str(),
+                Duration(value("library_ns")).c_str(), Duration(value("floor_ns")).c_str(),
+                value("ratio"), value("low"), value("high"), value("target"),
+                value("ratio") <= value("target") ? "yes" : "no");
+    std::fflush(stdout);
+  }
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <vector>
+
+// Prints the rows as a Markdown table, each when it is done.
+class TableReporter : public benchmark::BenchmarkReporter {
+ public:
+  bool ReportContext(const Context& context) override;
+  void ReportRuns(const std::vector<Run>& runs) override;
+};
