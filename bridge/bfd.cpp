@@ -6,10 +6,8 @@ namespace {
 using namespace vdrzax;
 
 // A hundred sessions for each of the 28672 endpoints of a host.
-constexpr ListKind<BridgeBfdSessionRecord> kBridgeBfdSessions{
-    .cap = 2867200,
-    .decode = DecodeRecord<kBridgeBfdSessionRecord>,
-    .release = VDRZAX_ReleaseBridgeBFDSessions};
+constexpr ListKind<BridgeBfdSessionRecord, kBridgeBfdSessionRecord> kBridgeBfdSessions{
+    .cap = 2867200, .release = VDRZAX_ReleaseBridgeBFDSessions};
 
 constexpr TextSlot<256> kPortName;
 constexpr TextSlot<320, 16> kSecondName;

@@ -6,15 +6,11 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<BridgeClusterRecord> kBridgeClusters{
-    .cap = 10,
-    .decode = DecodeRecord<kBridgeClusterRecord>,
-    .release = VDRZAX_ReleaseBridgeClusters};
+constexpr ListKind<BridgeClusterRecord, kBridgeClusterRecord> kBridgeClusters{
+    .cap = 10, .release = VDRZAX_ReleaseBridgeClusters};
 
-constexpr ListKind<BridgeClusterNodeRecord> kBridgeClusterNodes{
-    .cap = 100,
-    .decode = DecodeRecord<kBridgeClusterNodeRecord>,
-    .release = VDRZAX_ReleaseBridgeClusterNodes};
+constexpr ListKind<BridgeClusterNodeRecord, kBridgeClusterNodeRecord> kBridgeClusterNodes{
+    .cap = 100, .release = VDRZAX_ReleaseBridgeClusterNodes};
 
 constexpr TextSlot<256> kNodeName;
 

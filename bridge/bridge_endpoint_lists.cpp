@@ -5,10 +5,8 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<BridgeEndpointRecord> kBridgeEndpoints{
-    .cap = 28672,
-    .decode = DecodeRecord<kBridgeEndpointRecord>,
-    .release = VDRZAX_ReleaseBridgeEndpoints};
+constexpr ListKind<BridgeEndpointRecord, kBridgeEndpointRecord> kBridgeEndpoints{
+    .cap = 28672, .release = VDRZAX_ReleaseBridgeEndpoints};
 
 }  // namespace
 

@@ -5,10 +5,10 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<BridgeFdbRecord> kBridgeFdbEntries{.cap = 10240,
-                                                      .decode = DecodeRecord<kBridgeFdbRecord>,
-                                                      .release = VDRZAX_ReleaseBridgeFdbEntries,
-                                                      .onFailedCommand = HeaderOnFailure::Drop};
+constexpr ListKind<BridgeFdbRecord, kBridgeFdbRecord> kBridgeFdbEntries{
+    .cap = 10240,
+    .release = VDRZAX_ReleaseBridgeFdbEntries,
+    .onFailedCommand = HeaderOnFailure::Drop};
 
 constexpr TextSlot<276, 18> kMacText;
 

@@ -5,9 +5,8 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<BridgeInstanceRecord> kBridgeInstances{
+constexpr ListKind<BridgeInstanceRecord, kBridgeInstanceRecord> kBridgeInstances{
     .cap = 4096,
-    .decode = DecodeRecord<kBridgeInstanceRecord>,
     .release = VDRZAX_ReleaseBridgeInstances,
     .onFailedCommand = HeaderOnFailure::Drop};
 

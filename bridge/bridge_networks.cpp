@@ -6,9 +6,8 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<BridgeNetworkRecord> kBridgeNetworks{
+constexpr ListKind<BridgeNetworkRecord, kBridgeNetworkRecord> kBridgeNetworks{
     .cap = 32768,
-    .decode = DecodeRecord<kBridgeNetworkRecord>,
     .release = VDRZAX_ReleaseBridgeNetworks,
     .onFailedCommand = HeaderOnFailure::Drop};
 

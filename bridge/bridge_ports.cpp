@@ -6,10 +6,8 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<BridgePortRecord> kBridgePorts{.cap = 32768,
-                                                  .decode = DecodeRecord<kBridgePortRecord>,
-                                                  .release = VDRZAX_ReleaseBridgePorts,
-                                                  .onFailedCommand = HeaderOnFailure::Drop};
+constexpr ListKind<BridgePortRecord, kBridgePortRecord> kBridgePorts{
+    .cap = 32768, .release = VDRZAX_ReleaseBridgePorts, .onFailedCommand = HeaderOnFailure::Drop};
 
 }  // namespace
 

@@ -75,36 +75,41 @@ int GetRecord(CommandCode code, Record** out, const Request& request) {
 // agents that hold on to the header they passed to an exported fetch depend on its surviving.
 enum class HeaderOnFailure { Free, Drop };
 
+// What becomes of a record in which the reply ends: the list is refused, or the record taken whole.
+enum class CutRecord { Refuse, Take };
+
 // The kind of a list: its records, their cap, and who releases it.
-template <typename RecordType>
+template <typename RecordType, const RecordLayout& kRecordLayout>
 struct ListKind {
   using Record = RecordType;
+  static constexpr const RecordLayout& kLayout = kRecordLayout;
   int32_t cap;
-  Decoder decode;
   void (*release)(RecordList*);
   HeaderOnFailure onFailedCommand = HeaderOnFailure::Free;
+  CutRecord onCutRecord = CutRecord::Refuse;
 };
 
-// Decodes a reply into new entries of `list`. Returns the bytes consumed or -1. A reply that ends
-// inside a record is refused as a whole; records beyond the cap are ignored.
+// Decodes a reply into new entries of `list`. A length of 2^31 and more is negative here and gives
+// an empty list; records beyond the cap are ignored.
 template <const auto& kKind>
-int32_t DecodeList(const uint8_t* reply, int32_t length, RecordList* list) {
-  using Record = typename std::remove_cvref_t<decltype(kKind)>::Record;
+int DecodeList(const uint8_t* reply, int32_t length, RecordList* list) {
+  using Kind = std::remove_cvref_t<decltype(kKind)>;
+  constexpr auto kSize = static_cast<int32_t>(sizeof(typename Kind::Record));
+  static_assert(Kind::kLayout.size == kSize);
   list->count = 0;
-  auto* record =
-      static_cast<Record*>(std::calloc(static_cast<std::size_t>(kKind.cap), sizeof(Record)));
-  list->entries = record;
-  if (!record) return OutOfMemory();
-  int32_t remaining = length;
-  while (list->count < kKind.cap && remaining >= 1) {
-    const int32_t consumed = kKind.decode(reply, remaining, reinterpret_cast<uint8_t*>(record));
-    if (consumed < 0) return -1;
-    reply += consumed;
-    ++record;
-    remaining -= consumed;
-    ++list->count;
+  list->entries = std::calloc(static_cast<std::size_t>(kKind.cap), kSize);
+  if (!list->entries) return OutOfMemory();
+  if (length <= 0) return 0;
+
+  const int32_t whole = length / kSize;
+  const bool endsInRecord = whole < kKind.cap && length % kSize != 0;
+  list->count = whole < kKind.cap ? whole : kKind.cap;
+  if constexpr (kKind.onCutRecord == CutRecord::Take) {
+    if (endsInRecord) ++list->count;
   }
-  return length - remaining;
+  CopyRecords<Kind::kLayout>(reply, static_cast<uint8_t*>(list->entries),
+                             static_cast<std::size_t>(list->count));
+  return kKind.onCutRecord == CutRecord::Refuse && endsInRecord ? ShortReply() : 0;
 }
 
 // Fills the header of the caller. On failure the whole list is gone, but for a header that the kind
@@ -125,10 +130,10 @@ int FetchList(CommandCode code, RecordList* list, Fill fill) {
     std::free(reply);
     return -1;
   }
-  const int32_t consumed = DecodeList<kKind>(reply, static_cast<int32_t>(length), list);
-  if (consumed < 0) kKind.release(list);
+  const int result = DecodeList<kKind>(reply, static_cast<int32_t>(length), list);
+  if (result != 0) kKind.release(list);
   std::free(reply);
-  return consumed < 0 ? -1 : 0;
+  return result;
 }
 
 // Allocates the header, stores it in the caller's pointer and has `fetch` fill it. The pointer is

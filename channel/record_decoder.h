@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -20,64 +19,46 @@ using Decoder = int32_t (*)(const uint8_t* source, int32_t remaining, uint8_t* d
 
 namespace decoder {
 
-// One copy of the decoder: a text, or neighbouring plain rows merged.
-struct Step {
-  uint32_t offset;
-  uint32_t width;
-  bool text;
-};
-
-constexpr bool IsPlain(const Field& row) {
-  return row.kind == Field::Kind::Number || row.kind == Field::Kind::Bytes ||
-         row.kind == Field::Kind::Mac;
+constexpr bool IsCopiedWhole(const Field& row) {
+  return row.kind != Field::Kind::Entries && row.kind != Field::Kind::Skipped;
 }
 
-template <typename Take>
-constexpr void ForEachStep(const RecordLayout& layout, Take take) {
-  Step plain{0, 0, false};
-  for (const Field& row : layout.rows) {
-    if (IsPlain(row)) {
-      if (plain.width == 0) plain.offset = row.offset;
-      plain.width += row.width;
-      continue;
-    }
-    if (plain.width != 0) take(plain);
-    plain.width = 0;
-    if (row.kind == Field::Kind::Text) take(Step{row.offset, row.width, true});
+// How many bytes one copy takes over from this row on, none when the copy of a row before did.
+constexpr uint32_t SpanFrom(const RecordLayout& layout, std::size_t row) {
+  if (row > 0 && IsCopiedWhole(layout.rows[row - 1])) return 0;
+  uint32_t width = 0;
+  for (; row < layout.rows.size() && IsCopiedWhole(layout.rows[row]); ++row) {
+    width += layout.rows[row].width;
   }
-  if (plain.width != 0) take(plain);
+  return width;
 }
 
-template <const RecordLayout& kLayout>
-constexpr auto MakeSteps() {
-  constexpr std::size_t kCount = [] {
-    std::size_t count = 0;
-    ForEachStep(kLayout, [&](Step /*step*/) { ++count; });
-    return count;
-  }();
-  std::array<Step, kCount> steps{};
-  std::size_t next = 0;
-  ForEachStep(kLayout, [&](Step step) { steps[next++] = step; });
-  return steps;
+template <const RecordLayout& kLayout, std::size_t kRow>
+void CopySpan(const uint8_t* source, uint8_t* destination) {
+  constexpr uint32_t kOffset = kLayout.rows[kRow].offset;
+  constexpr uint32_t kWidth = SpanFrom(kLayout, kRow);
+  if constexpr (kWidth != 0) std::memcpy(destination + kOffset, source + kOffset, kWidth);
 }
 
-template <const RecordLayout& kLayout, std::size_t kIndex>
-void CopyStep(const uint8_t* source, uint8_t* destination) {
-  constexpr Step kStep = MakeSteps<kLayout>()[kIndex];
-  if constexpr (kStep.text) {
-    CopyBoundedString(destination + kStep.offset,
-                      reinterpret_cast<const char*>(source + kStep.offset), kStep.width);
-  } else {
-    std::memcpy(destination + kStep.offset, source + kStep.offset, kStep.width);
+// A text was copied with its span; only one that the kernel did not pad must be copied again.
+template <const RecordLayout& kLayout, std::size_t kRow>
+void BoundText(const uint8_t* source, uint8_t* destination) {
+  constexpr const Field& kField = kLayout.rows[kRow];
+  if constexpr (kField.kind == Field::Kind::Text) {
+    const uint8_t* text = source + kField.offset;
+    if (IsSeenPadded<kField.width>(text)) return;
+    CopyBoundedString(destination + kField.offset, reinterpret_cast<const char*>(text),
+                      kField.width);
   }
 }
 
 template <const RecordLayout& kLayout>
 void CopyFlatRows(const uint8_t* source, uint8_t* destination) {
-  [&]<std::size_t... kIndex>(std::index_sequence<kIndex...>) {
-    (CopyStep<kLayout, kIndex>(source, destination), ...);
+  [&]<std::size_t... kRow>(std::index_sequence<kRow...>) {
+    (CopySpan<kLayout, kRow>(source, destination), ...);
+    (BoundText<kLayout, kRow>(source, destination), ...);
   }
-  (std::make_index_sequence<MakeSteps<kLayout>().size()>{});
+  (std::make_index_sequence<kLayout.rows.size()>{});
 }
 
 // Only the first entries are copied, as many as the record says. The count is not compared with the
@@ -96,19 +77,48 @@ void CopyEntries(const uint8_t* source, uint8_t* destination) {
   }
 }
 
+// Entries are copied after all other rows, so that entries beyond their array overwrite what was
+// decoded there with the bytes of the reply.
+template <const RecordLayout& kLayout>
+void CopyRecord(const uint8_t* source, uint8_t* destination) {
+  CopyFlatRows<kLayout>(source, destination);
+  [&]<std::size_t... kRow>(std::index_sequence<kRow...>) {
+    (CopyEntries<kLayout, kRow>(source, destination), ...);
+  }
+  (std::make_index_sequence<kLayout.rows.size()>{});
+}
+
+// True when a record and its copy are the same byte for byte.
+template <const RecordLayout& kLayout>
+constexpr bool IsPlain() {
+  for (const Field& row : kLayout.rows) {
+    if (!IsCopiedWhole(row) || row.kind == Field::Kind::Text) return false;
+  }
+  return true;
+}
+
 }  // namespace decoder
 
-// The decoder of a record with the given layout. Entries are copied after all other rows, so that
-// entries beyond their array overwrite what was decoded there with the bytes of the reply.
+// The decoder of a record with the given layout.
 template <const RecordLayout& kLayout>
 int32_t DecodeRecord(const uint8_t* source, int32_t remaining, uint8_t* destination) {
   if (remaining < static_cast<int32_t>(kLayout.size)) return ShortReply();
-  decoder::CopyFlatRows<kLayout>(source, destination);
-  [&]<std::size_t... kRow>(std::index_sequence<kRow...>) {
-    (decoder::CopyEntries<kLayout, kRow>(source, destination), ...);
-  }
-  (std::make_index_sequence<kLayout.rows.size()>{});
+  decoder::CopyRecord<kLayout>(source, destination);
   return static_cast<int32_t>(kLayout.size);
+}
+
+// Copies records that stand one after the other.
+template <const RecordLayout& kLayout>
+void CopyRecords(const uint8_t* source, uint8_t* destination, std::size_t count) {
+  if constexpr (decoder::IsPlain<kLayout>()) {
+    std::memcpy(destination, source, count * kLayout.size);
+  } else {
+    for (; count > 0; --count) {
+      decoder::CopyRecord<kLayout>(source, destination);
+      source += kLayout.size;
+      destination += kLayout.size;
+    }
+  }
 }
 
 }  // namespace vdrzax

@@ -9,8 +9,8 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<InstanceRecord> kInstances{
-    .cap = 1001, .decode = DecodeRecord<kInstanceRecord>, .release = VDRZAX_ReleaseInstances};
+constexpr ListKind<InstanceRecord, kInstanceRecord> kInstances{.cap = 1001,
+                                                               .release = VDRZAX_ReleaseInstances};
 
 constexpr TextSlot<260> kTunables;
 constexpr TextSlot<332, 18> kInstanceText;

@@ -7,13 +7,10 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<LifRecord> kLifs{
-    .cap = 10000, .decode = DecodeRecord<kLifRecord>, .release = VDRZAX_ReleaseLifs};
+constexpr ListKind<LifRecord, kLifRecord> kLifs{.cap = 10000, .release = VDRZAX_ReleaseLifs};
 
-constexpr ListKind<LifRecord> kBridgeLifs{.cap = 10000,
-                                          .decode = DecodeRecord<kLifRecord>,
-                                          .release = VDRZAX_ReleaseLifs,
-                                          .onFailedCommand = HeaderOnFailure::Drop};
+constexpr ListKind<LifRecord, kLifRecord> kBridgeLifs{
+    .cap = 10000, .release = VDRZAX_ReleaseLifs, .onFailedCommand = HeaderOnFailure::Drop};
 
 constexpr TextSlot<256> kAuxName;
 
@@ -115,7 +112,7 @@ int FetchLifs(const char* instanceName, RecordList* list) {
     std::free(reply);
     return result;
   }
-  if (DecodeList<kLifs>(reply, static_cast<int32_t>(length), list) < 0) VDRZAX_ReleaseLifs(list);
+  if (DecodeList<kLifs>(reply, static_cast<int32_t>(length), list) != 0) VDRZAX_ReleaseLifs(list);
   std::free(reply);
   return 0;
 }

@@ -7,16 +7,13 @@ namespace {
 
 using namespace vdrzax;
 
-// Takes a whole group whatever remains, because the kernel may cut the last one. The reply buffer
-// has room for whole groups alone, so what is read beyond the reply still lies inside the buffer.
-int32_t DecodeGroup(const uint8_t* source, int32_t /*remaining*/, uint8_t* destination) {
-  return DecodeRecord<kMRoutingMcastGroup>(source, sizeof(MRoutingMcastGroup), destination);
-}
-
-constexpr ListKind<MRoutingMcastGroup> kGroups{.cap = 4096,
-                                               .decode = DecodeGroup,
-                                               .release = VDRZAX_ReleaseMRoutingMcastGroups,
-                                               .onFailedCommand = HeaderOnFailure::Drop};
+// The kernel may cut the last group, which is taken whole all the same. The reply buffer has room
+// for whole groups alone, so what is read beyond the reply still lies inside the buffer.
+constexpr ListKind<MRoutingMcastGroup, kMRoutingMcastGroup> kGroups{
+    .cap = 4096,
+    .release = VDRZAX_ReleaseMRoutingMcastGroups,
+    .onFailedCommand = HeaderOnFailure::Drop,
+    .onCutRecord = CutRecord::Take};
 
 }  // namespace
 

@@ -7,10 +7,10 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<MRoutingLocalRcvr> kLocalRcvrs{.cap = 512,
-                                                  .decode = DecodeRecord<kMRoutingLocalRcvr>,
-                                                  .release = VDRZAX_ReleaseMRoutingLocalRcvrs,
-                                                  .onFailedCommand = HeaderOnFailure::Drop};
+constexpr ListKind<MRoutingLocalRcvr, kMRoutingLocalRcvr> kLocalRcvrs{
+    .cap = 512,
+    .release = VDRZAX_ReleaseMRoutingLocalRcvrs,
+    .onFailedCommand = HeaderOnFailure::Drop};
 
 constexpr TextSlot<272> kRcvrName;
 

@@ -9,8 +9,8 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<PolicyRecord> kPolicies{
-    .cap = 1000, .decode = DecodeRecord<kPolicyRecord>, .release = VDRZAX_ReleaseAllPolicy};
+constexpr ListKind<PolicyRecord, kPolicyRecord> kPolicies{.cap = 1000,
+                                                          .release = VDRZAX_ReleaseAllPolicy};
 
 }  // namespace
 

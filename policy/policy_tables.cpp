@@ -7,9 +7,8 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<PolicyTableRecord> kPolicyTables{.cap = 1000,
-                                                    .decode = DecodeRecord<kPolicyTableRecord>,
-                                                    .release = VDRZAX_ReleaseAllPolicyTable};
+constexpr ListKind<PolicyTableRecord, kPolicyTableRecord> kPolicyTables{
+    .cap = 1000, .release = VDRZAX_ReleaseAllPolicyTable};
 
 constexpr TextSlot<416> kTableName;
 

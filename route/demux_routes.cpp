@@ -7,8 +7,8 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListKind<DemuxRouteRecord> kDemuxRoutes{
-    .cap = 30000, .decode = DecodeRecord<kDemuxRouteRecord>, .release = VDRZAX_ReleaseDemuxRoutes};
+constexpr ListKind<DemuxRouteRecord, kDemuxRouteRecord> kDemuxRoutes{
+    .cap = 30000, .release = VDRZAX_ReleaseDemuxRoutes};
 
 }  // namespace
 

@@ -77,4 +77,40 @@ TEST(RecordDecoder, AShortReplyCopiesNothing) {
   EXPECT_EQ(DecodeRecord<kList>(source.data(), 17, record.data()), 16);
 }
 
+template <uint32_t kWidth>
+constexpr Field kTextRows[] = {Text("text", 0, kWidth), U8("after", kWidth)};
+template <uint32_t kWidth>
+constexpr RecordLayout kTextRecord{"TextRecord", kWidth + 1, kTextRows<kWidth>};
+
+// The text ends before `end`; when `stray` lies behind, a byte stands there that is none of it.
+template <uint32_t kWidth>
+void ExpectBounded(uint32_t end, uint32_t stray) {
+  fake::Bytes source(kWidth + 1, 0);
+  fake::Bytes expected(kWidth + 1, 0);
+  for (uint32_t index = 0; index < end; ++index) source[index] = 'a';
+  for (uint32_t index = 0; index < end && index + 1 < kWidth; ++index) expected[index] = 'a';
+  if (stray < kWidth) source[stray] = 'x';
+  source[kWidth] = expected[kWidth] = 'z';
+  // Not zero, since entries that ran over may have left their bytes where the text goes.
+  fake::Bytes record(kWidth + 1, 0xEE);
+  DecodeRecord<kTextRecord<kWidth>>(source.data(), static_cast<int32_t>(kWidth + 1), record.data());
+  EXPECT_BYTES(record, expected) << "width " << kWidth << ", end " << end << ", stray " << stray;
+}
+
+template <uint32_t... kWidths>
+void ExpectBoundedAtEveryPlace(std::integer_sequence<uint32_t, kWidths...> /*widths*/) {
+  const auto width = []<uint32_t kWidth>() {
+    for (uint32_t end = 0; end <= kWidth; ++end) {
+      ExpectBounded<kWidth>(end, kWidth);
+      for (uint32_t stray = end + 1; stray < kWidth; ++stray) ExpectBounded<kWidth>(end, stray);
+    }
+  };
+  (width.template operator()<kWidths>(), ...);
+}
+
+TEST(RecordDecoder, ATextIsCutAtItsTerminatorAndAtItsWidthWhereverBothAre) {
+  ExpectBoundedAtEveryPlace(
+      std::integer_sequence<uint32_t, 1, 4, 16, 17, 18, 32, 33, 48, 64, 81, 128>{});
+}
+
 }  // namespace
