@@ -1,4 +1,8 @@
 #pragma once
 
-// Registers single commands against the bare calls of the system.
-void RegisterCommands();
+#include <vector>
+
+#include "case.h"
+
+// Single commands against the bare calls of the system.
+std::vector<Case> CommandCases();

@@ -18,7 +18,7 @@ constexpr int kProgramDescriptor = 1000000;
 device::Calls calls = device::Calls::Program;
 device::Verdict verdict = device::Verdict::Serve;
 std::span<const uint8_t> reply;
-int kernelDescriptor = -1;
+thread_local int kernelDescriptor = -1;
 
 bool IsNode(const char* path) { return std::strncmp(path, kNodes, sizeof kNodes - 1) == 0; }
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <deque>
+#include <memory>
 #include <vector>
 
 #include "bridge/bridge_bfd_session_record.h"
@@ -26,7 +26,6 @@
 #include "mcast/vtep_entry_record.h"
 #include "policy/policy_record.h"
 #include "policy/policy_table_record.h"
-#include "rounds.h"
 #include "route/demux_route_record.h"
 #include "route/route_record.h"
 
@@ -42,13 +41,6 @@ struct Getter {
   int32_t (*readAndRelease)();  // returns the count, -1 when the getter failed
   std::size_t header = 16;
   bool isTable = false;  // a count stands before the records, and no more entries are allocated
-};
-
-// One row of the table.
-struct Subject {
-  const Getter* getter;
-  uint32_t records;
-  device::Calls calls;
 };
 
 template <auto kRelease, typename List, typename... Arguments, typename... Given>
@@ -168,40 +160,51 @@ std::vector<uint8_t> MakeReply(const Getter& getter, uint32_t records) {
   return reply;
 }
 
-void RunList(benchmark::State& state, const void* row) {
-  const Subject& subject = *static_cast<const Subject*>(row);
-  const Getter& getter = *subject.getter;
+Case MakeCase(const Getter& getter, uint32_t records, device::Calls calls, double target) {
   const floor_of::List list{.header = getter.header,
                             .prefix = getter.isTable ? sizeof(uint32_t) : 0U,
                             .record = getter.layout->size,
                             .cap = getter.cap,
                             .fitsEntries = getter.isTable};
-  const std::vector<uint8_t> reply = MakeReply(getter, subject.records);
-  device::Answer(subject.calls, device::Verdict::Serve, reply);
-  rounds::Compare(
-      state,
-      [&] {
-        if (getter.readAndRelease() != static_cast<int32_t>(subject.records)) std::abort();
-      },
-      [&] {
-        if (floor_of::ReadList(list) != subject.records) std::abort();
-      });
+  // Made when the case is run, since the full replies would fill the memory together.
+  const auto reply = std::make_shared<std::vector<uint8_t>>();
+  return {.name = getter.name,
+          .device = calls == device::Calls::Kernel ? "kernel" : "program",
+          .records = records,
+          .target = target,
+          .prepare =
+              [=, &getter] {
+                *reply = MakeReply(getter, records);
+                device::Answer(calls, device::Verdict::Serve, *reply);
+              },
+          .library =
+              [=, &getter] {
+                if (getter.readAndRelease() != static_cast<int32_t>(records)) std::abort();
+              },
+          .floor =
+              [=] {
+                if (floor_of::ReadList(list) != records) std::abort();
+              }};
 }
 
 }  // namespace
 
-void RegisterLists() {
+std::vector<Case> ListCases() {
   constexpr uint32_t kFew = 3;
-  static std::deque<Subject> subjects;  // The benchmarks keep addresses of its elements.
+  std::vector<Case> cases;
   for (const Getter& getter : kGetters) {
     const double fullTarget = HasText(*getter.layout) ? 1.2 : 1.05;
-    const auto add = [&](uint32_t records, device::Calls calls, const char* device, double target) {
-      subjects.push_back({&getter, records, calls});
-      rounds::Register({getter.name, device, static_cast<double>(records), target}, RunList,
-                       &subjects.back());
-    };
-    add(kFew, device::Calls::Program, "program", 1.05);
-    add(kFew, device::Calls::Kernel, "kernel", 1.05);
-    add(getter.cap, device::Calls::Program, "program", fullTarget);
+    cases.push_back(MakeCase(getter, kFew, device::Calls::Program, 0));
+    cases.push_back(MakeCase(getter, kFew, device::Calls::Kernel, 1.05));
+    cases.push_back(MakeCase(getter, getter.cap, device::Calls::Kernel, fullTarget));
   }
+  return cases;
+}
+
+Case ListCase(const char* name, uint32_t records) {
+  const auto getter =
+      std::find_if(std::begin(kGetters), std::end(kGetters),
+                   [&](const Getter& one) { return std::strcmp(one.name, name) == 0; });
+  if (getter == std::end(kGetters)) std::abort();
+  return MakeCase(*getter, records, device::Calls::Program, 0);
 }

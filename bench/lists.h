@@ -1,4 +1,11 @@
 #pragma once
 
-// Registers a list getter of each kind of record, with three records and with a full reply.
-void RegisterLists();
+#include <vector>
+
+#include "case.h"
+
+// A list getter of each kind of record, with three records and with a full reply.
+std::vector<Case> ListCases();
+
+// One of them with as many records as wanted.
+Case ListCase(const char* name, uint32_t records);

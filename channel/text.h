@@ -38,14 +38,14 @@ bool IsSeenPadded(const uint8_t* field) {
   constexpr std::size_t kPairs = kWidth - 1;
   if constexpr (kPairs < sizeof(Lane)) return false;
   if (field[kPairs] != 0) return false;
-  auto stray = Lane{} != Lane{};
+  Lane stray{};
   for (std::size_t done = 0; done < kPairs; done += sizeof(Lane)) {
     const std::size_t first = done + sizeof(Lane) <= kPairs ? done : kPairs - sizeof(Lane);
     Lane left;
     Lane right;
     std::memcpy(&left, field + first, sizeof left);
     std::memcpy(&right, field + first + 1, sizeof right);
-    stray |= (left == 0) & (right != 0);
+    stray |= (left == 0) & right;
   }
   uint64_t halves[2];
   std::memcpy(halves, &stray, sizeof halves);
