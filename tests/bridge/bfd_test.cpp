@@ -201,7 +201,7 @@ TEST(BfdSessions, ANameOf64CharactersIsCutTo63) {
 }
 
 TEST(BfdSessions, ReleaseFollowsTheContractOfLists) {
-  bridge::ExpectRelease(VDRZAX_ReleaseBridgeBFDSessions);
+  contract::ExpectListRelease(VDRZAX_ReleaseBridgeBFDSessions);
 }
 
 TEST(BfdSessionsDeathTest, AnUntestedNullFaults) {

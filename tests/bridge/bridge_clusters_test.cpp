@@ -168,7 +168,7 @@ TEST(BridgeClusters, ANameOf64CharactersIsCutTo63) {
 }
 
 TEST(BridgeClusters, ReleaseFollowsTheContractOfLists) {
-  bridge::ExpectRelease(VDRZAX_ReleaseBridgeClusters);
+  contract::ExpectListRelease(VDRZAX_ReleaseBridgeClusters);
 }
 
 TEST(BridgeClustersDeathTest, AnUntestedNullFaults) {
@@ -267,7 +267,7 @@ TEST(BridgeClusterNodes, NamesOf64CharactersAreCutTo63) {
 }
 
 TEST(BridgeClusterNodes, ReleaseFollowsTheContractOfLists) {
-  bridge::ExpectRelease(VDRZAX_ReleaseBridgeClusterNodes);
+  contract::ExpectListRelease(VDRZAX_ReleaseBridgeClusterNodes);
 }
 
 TEST(BridgeClusterNodesDeathTest, AnUntestedNullFaults) {

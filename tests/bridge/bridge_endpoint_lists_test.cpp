@@ -105,7 +105,7 @@ TEST(BridgeEndpointLists, ANameOf64CharactersIsCutTo63) {
 }
 
 TEST(BridgeEndpointLists, ReleaseFollowsTheContractOfLists) {
-  bridge::ExpectRelease(VDRZAX_ReleaseBridgeEndpoints);
+  contract::ExpectListRelease(VDRZAX_ReleaseBridgeEndpoints);
 }
 
 TEST(BridgeEndpointListsDeathTest, AnUntestedNullFaults) {

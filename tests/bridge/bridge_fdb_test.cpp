@@ -160,7 +160,7 @@ TEST(BridgeFdb, AFailedAllocationIsReportedBeforeTheNameIsRead) {
 }
 
 TEST(BridgeFdb, ReleaseFollowsTheContractOfLists) {
-  bridge::ExpectRelease(VDRZAX_ReleaseBridgeFdbEntries);
+  contract::ExpectListRelease(VDRZAX_ReleaseBridgeFdbEntries);
 }
 
 TEST(BridgeFdbDeathTest, AnUntestedNullFaults) {

@@ -180,7 +180,7 @@ TEST(BridgeInstances, ANameOf64CharactersIsCutTo63) {
 }
 
 TEST(BridgeInstances, ReleaseFollowsTheContractOfLists) {
-  bridge::ExpectRelease(VDRZAX_ReleaseBridgeInstances);
+  contract::ExpectListRelease(VDRZAX_ReleaseBridgeInstances);
 }
 
 TEST(BridgeInstances, ReleaseOfARecordAcceptsNull) {

@@ -113,22 +113,4 @@ inline void ExpectRecords(const contract::ListGetter& getter,
   }
 }
 
-// NULL is ignored, a header without entries is freed alone, entries are freed before their header.
-inline void ExpectRelease(const std::function<void(RecordList*)>& release) {
-  fake::Device device;
-  release(nullptr);
-  EXPECT_EQ(device.steps, contract::Steps{});
-
-  RecordList* bare = ForeignHeader(device);
-  bare->entries = nullptr;
-  release(bare);
-  EXPECT_EQ(device.steps, contract::Steps{"free(16)"});
-
-  RecordList* list = ForeignHeader(device);
-  list->entries = std::calloc(3, 5);
-  device.Remember(list->entries, 15);
-  release(list);
-  EXPECT_EQ(device.steps, (contract::Steps{"free(16)", "free(15)", "free(16)"}));
-}
-
 }  // namespace bridge

@@ -120,7 +120,7 @@ TEST(BridgeNetworks, AFailedAllocationIsReportedBeforeTheNamesAreRead) {
 }
 
 TEST(BridgeNetworks, ReleaseFollowsTheContractOfLists) {
-  bridge::ExpectRelease(VDRZAX_ReleaseBridgeNetworks);
+  contract::ExpectListRelease(VDRZAX_ReleaseBridgeNetworks);
 }
 
 TEST(BridgeNetworks, ReleaseOfASingleRecordFreesItAndAcceptsNull) {

@@ -108,7 +108,7 @@ TEST(BridgePorts, AFailedAllocationIsReportedBeforeTheNamesAreRead) {
 }
 
 TEST(BridgePorts, ReleaseFollowsTheContractOfLists) {
-  bridge::ExpectRelease(VDRZAX_ReleaseBridgePorts);
+  contract::ExpectListRelease(VDRZAX_ReleaseBridgePorts);
 }
 
 TEST(BridgePortsDeathTest, BothNamesAreReadSoEachMustBeValid) {

@@ -343,20 +343,12 @@ TEST(LifsDeathTest, AnUntestedNullFaults) {
   EXPECT_DEATH(VDRZAX_GetExtVlanLifs(1, nullptr), "");
 }
 
-TEST(Lifs, ReleaseAcceptsNull) {
+TEST(Lifs, ReleaseOfARecordAcceptsNull) {
   fake::Device device;
   VDRZAX_ReleaseLif(nullptr);
-  VDRZAX_ReleaseLifs(nullptr);
   EXPECT_EQ(device.steps, contract::Steps{});
 }
 
-TEST(Lifs, ReleaseOfAListWithoutEntriesFreesTheHeader) {
-  fake::Device device;
-  auto* list = static_cast<RecordList*>(std::calloc(1, 16));
-  device.Remember(list, 16);
-  list->count = 5;
-  VDRZAX_ReleaseLifs(list);
-  EXPECT_EQ(device.steps, contract::Steps{"free(16)"});
-}
+TEST(Lifs, ReleaseFollowsTheContractOfLists) { contract::ExpectListRelease(VDRZAX_ReleaseLifs); }
 
 }  // namespace

@@ -103,14 +103,8 @@ TEST(McastGroupsDeathTest, AnUntestedNullFaults) {
   EXPECT_DEATH(VDRZAX_GetMRoutingAllMcastGroups("edge-1", nullptr), "");
 }
 
-TEST(McastGroups, ReleaseAcceptsNull) {
-  fake::Device device;
-  VDRZAX_ReleaseMRoutingMcastGroups(nullptr);
-  EXPECT_EQ(device.steps, contract::Steps{});
-}
-
-TEST(McastGroups, ReleaseOfAListWithoutEntriesFreesTheHeader) {
-  VDRZAX_ReleaseMRoutingMcastGroups(static_cast<RecordList*>(std::calloc(1, 16)));
+TEST(McastGroups, ReleaseFollowsTheContractOfLists) {
+  contract::ExpectListRelease(VDRZAX_ReleaseMRoutingMcastGroups);
 }
 
 }  // namespace

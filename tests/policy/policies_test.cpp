@@ -199,19 +199,8 @@ TEST(PoliciesDeathTest, AnUntestedNullFaults) {
   EXPECT_DEATH(VDRZAX_GetPolicyCount(1, nullptr), "");
 }
 
-TEST(Policies, ReleaseAcceptsNull) {
-  fake::Device device;
-  VDRZAX_ReleaseAllPolicy(nullptr);
-  EXPECT_EQ(device.steps, Steps{});
-}
-
-TEST(Policies, ReleaseOfAListWithoutEntriesFreesTheHeader) {
-  fake::Device device;
-  auto* list = static_cast<RecordList*>(std::calloc(1, 16));
-  device.Remember(list, 16);
-  list->count = 5;
-  VDRZAX_ReleaseAllPolicy(list);
-  EXPECT_EQ(device.steps, Steps{"free(16)"});
+TEST(Policies, ReleaseFollowsTheContractOfLists) {
+  contract::ExpectListRelease(VDRZAX_ReleaseAllPolicy);
 }
 
 }  // namespace

@@ -116,16 +116,8 @@ TEST(DemuxRoutesDeathTest, AnUntestedNullFaults) {
   EXPECT_DEATH(VDRZAX_GetDemuxRoutes(nullptr), "");
 }
 
-TEST(DemuxRoutes, ReleaseAcceptsNull) {
-  fake::Device device;
-  VDRZAX_ReleaseDemuxRoutes(nullptr);
-  EXPECT_EQ(device.steps, Steps{});
-}
-
-TEST(DemuxRoutes, ReleaseOfAListWithoutEntriesFreesTheHeader) {
-  auto* list = static_cast<RecordList*>(std::calloc(1, 16));
-  list->count = 5;
-  VDRZAX_ReleaseDemuxRoutes(list);
+TEST(DemuxRoutes, ReleaseFollowsTheContractOfLists) {
+  contract::ExpectListRelease(VDRZAX_ReleaseDemuxRoutes);
 }
 
 }  // namespace

@@ -210,17 +210,14 @@ TEST(Ipv4RoutesDeathTest, AnUntestedNullFaults) {
   EXPECT_DEATH(VDRZAX_GetResolveRoute("edge-1", 1, 2, 3, nullptr), "");
 }
 
-TEST(Ipv4Routes, ReleaseAcceptsNull) {
+TEST(Ipv4Routes, ReleaseOfARecordAcceptsNull) {
   fake::Device device;
   VDRZAX_ReleaseRoute(nullptr);
-  VDRZAX_ReleaseRoutes(nullptr);
-  EXPECT_EQ(device.steps, Steps{});
+  EXPECT_EQ(device.steps, contract::Steps{});
 }
 
-TEST(Ipv4Routes, ReleaseOfAListWithoutEntriesFreesTheHeader) {
-  auto* list = static_cast<RecordList*>(std::calloc(1, 16));
-  list->count = 5;
-  VDRZAX_ReleaseRoutes(list);
+TEST(Ipv4Routes, ReleaseFollowsTheContractOfLists) {
+  contract::ExpectListRelease(VDRZAX_ReleaseRoutes);
 }
 
 }  // namespace

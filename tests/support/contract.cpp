@@ -314,6 +314,28 @@ void ExpectListFailures(const ListGetter& getter) {
   }
 }
 
+void ExpectListRelease(const std::function<void(RecordList* list)>& release) {
+  fake::Device device;
+  const auto allocate = [&](std::size_t count, std::size_t size) {
+    void* memory = std::calloc(count, size);
+    device.Remember(memory, count * size);
+    return memory;
+  };
+  release(nullptr);
+  EXPECT_EQ(device.steps, Steps{});
+
+  auto* bare = static_cast<RecordList*>(allocate(1, 16));
+  bare->count = 5;
+  release(bare);
+  EXPECT_EQ(device.steps, Steps{"free(16)"});
+
+  auto* list = static_cast<RecordList*>(allocate(1, 16));
+  list->count = 5;
+  list->entries = allocate(3, 5);
+  release(list);
+  EXPECT_EQ(device.steps, (Steps{"free(16)", "free(15)", "free(16)"}));
+}
+
 fake::Bytes DecodeOne(const RecordGetter& getter, const fake::Bytes& source) {
   fake::Device device;
   device.AnswerWith({.bytes = source});

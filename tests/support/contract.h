@@ -83,6 +83,10 @@ void ExpectListGetter(const ListGetter& getter);
 // to be made of patterns.
 void ExpectListFailures(const ListGetter& getter);
 
+// The Release of a list: NULL is ignored, a header without entries is freed alone, entries are freed
+// before their header.
+void ExpectListRelease(const std::function<void(RecordList* list)>& release);
+
 // One record as the getter returns it for `source`.
 fake::Bytes DecodeOne(const RecordGetter& getter, const fake::Bytes& source);
 
