@@ -34,7 +34,7 @@ inline constexpr RecordLayout kRouteRecord{"RouteRecord", sizeof(RouteRecord), k
 static_assert(Tiles(kRouteRecord));
 
 // Every table of routes; the kernel reports the policies of a LIF in the same form.
-inline constexpr ListKind<RouteRecord, kRouteRecord> kRoutes{
-    .cap = 20000,  .release = VDRZAX_ReleaseRoutes};
+inline constexpr ListKind<RouteRecord, kRouteRecord> kRoutes{.cap = 20000,
+                                                             .release = VDRZAX_ReleaseRoutes};
 
 }  // namespace vdrzax
