@@ -14,31 +14,26 @@ file(GLOB library_sources CONFIGURE_DEPENDS
 )
 add_library(vdrzax_objects OBJECT ${library_sources})
 set_target_properties(vdrzax_objects PROPERTIES
-  POSITION_INDEPENDENT_CODE ON
   CXX_VISIBILITY_PRESET hidden
   VISIBILITY_INLINES_HIDDEN ON
 )
 target_include_directories(vdrzax_objects PRIVATE ${PROJECT_SOURCE_DIR}
                                                   ${PROJECT_SOURCE_DIR}/include)
-target_link_libraries(vdrzax_objects PRIVATE vdrzax_warnings)
+target_link_libraries(vdrzax_objects PRIVATE vdrzax_warnings vdrzax_hardening)
 target_compile_options(vdrzax_objects PRIVATE
   # No C++ run-time: the shared object needs libc alone, and a C program links the archive with cc.
   -fno-exceptions -fno-rtti -fno-threadsafe-statics
   # Agents' tools count and fail these calls, so each must happen as it is written.
   -fno-builtin-malloc -fno-builtin-calloc -fno-builtin-free
-  -fstack-protector-strong
   # Some copies trust the kernel's counts past a sub-array on purpose; a fortified copy would abort.
   -U_FORTIFY_SOURCE
   # All symbols are bound when the library is loaded, so a call needs no stub on its way.
   -fno-plt
 )
-if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
-  target_compile_options(vdrzax_objects PRIVATE -fcf-protection)
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # gcc would clear and copy blocks by string instructions, which take long to start.
-    target_compile_options(vdrzax_objects PRIVATE
-      -mmemset-strategy=libcall:-1:noalign -mmemcpy-strategy=libcall:-1:noalign)
-  endif()
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # gcc would clear and copy blocks by string instructions, which take long to start.
+  target_compile_options(vdrzax_objects PRIVATE
+    -mmemset-strategy=libcall:-1:noalign -mmemcpy-strategy=libcall:-1:noalign)
 endif()
 
 # The version script names every function that the public headers mark, and nothing else.
@@ -85,10 +80,8 @@ target_link_options(vdrzax PRIVATE
   LINKER:--version-script=${version_script}
   LINKER:--as-needed
   LINKER:-Bsymbolic-functions
-  LINKER:-z,relro
-  LINKER:-z,now
-  LINKER:-z,noexecstack
 )
+target_link_libraries(vdrzax PRIVATE vdrzax_hardening)
 if(NOT VDRZAX_SANITIZE)
   target_link_options(vdrzax PRIVATE LINKER:-z,defs)
 endif()

@@ -11,6 +11,21 @@ prefix=$scratch/prefix
 cmake --install "$build" --prefix "$prefix" >"$scratch/install.log"
 library=$(dirname "$(find "$prefix" -name libvdrzax.so)")
 
+run_path() { # run_path FILE: where the dynamic linker looks for what the file needs
+  readelf -dW "$1" | sed -nE 's/.*\((RPATH|RUNPATH)\).*\[(.*)\]/\2/p'
+}
+for file in "$library/libvdrzax.so" "$prefix/bin/vdrsim"; do
+  [ -z "$(run_path "$file")" ] || { echo "$file looks in $(run_path "$file")"; exit 1; }
+done
+# The tool finds the library from where it lies itself, so that an installed tree can be moved.
+# shellcheck disable=SC2016
+case $(run_path "$prefix/bin/vdrctl") in
+  *:*) echo "vdrctl looks in several places"; exit 1 ;;
+  '$ORIGIN/'*) ;;
+  *) echo "vdrctl does not look beside itself"; exit 1 ;;
+esac
+"$prefix/bin/vdrctl" --version >/dev/null
+
 # A program that was linked fails to reach the device here, which shows that it runs.
 expect_runs() {
   if message=$("$@" 2>&1); then

@@ -1,5 +1,5 @@
 #!/bin/sh
-# What the shared object needs at run time, and how it is hardened.
+# What the shared object needs and does when it is loaded.
 # usage: shared_object_test.sh SHARED_OBJECT
 set -eu
 library=$1
@@ -13,16 +13,11 @@ expect() { # expect WHAT EXPECTED ACTUAL
 }
 
 dynamic=$(readelf -dW "$library")
-segments=$(readelf -lW "$library")
 expect "needed libraries" libc.so.6 \
   "$(printf '%s\n' "$dynamic" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p')"
 expect "soname" libvdrzax.so.1 \
   "$(printf '%s\n' "$dynamic" | sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p')"
-expect "immediate binding" 1 "$(printf '%s\n' "$dynamic" | grep -c 'FLAGS_1.*NOW')"
-expect "read-only relocations" 1 "$(printf '%s\n' "$segments" | grep -c GNU_RELRO)"
-expect "flags of the stack" RW "$(printf '%s\n' "$segments" | awk '$1 == "GNU_STACK" {print $7}')"
-expect "stack protector" 1 "$(nm -D --undefined-only "$library" | grep -c __stack_chk_fail)"
-expect "text relocations" 0 "$(printf '%s\n' "$dynamic" | grep -c TEXTREL || true)"
+expect "paths to look for libraries" 0 "$(printf '%s\n' "$dynamic" | grep -cE 'RPATH|RUNPATH' || true)"
 # One entry is the C run-time's own; a static constructor would add another.
 expect "bytes of constructors" 000008 \
   "$(readelf -SW "$library" | sed 's/\[ *//' | awk '$2 == ".init_array" {print $6}')"

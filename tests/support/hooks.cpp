@@ -15,6 +15,15 @@
 
 #include "support/fake_device.h"
 
+#if __has_include(<valgrind/memcheck.h>)
+#include <valgrind/memcheck.h>
+#else
+#define RUNNING_ON_VALGRIND 0
+#define VALGRIND_MAKE_MEM_UNDEFINED(address, size) ((void)(address), (void)(size))
+#define VALGRIND_MAKE_MEM_DEFINED(address, size) ((void)(address), (void)(size))
+#define VALGRIND_CHECK_MEM_IS_DEFINED(address, size) ((void)(address), (void)(size))
+#endif
+
 // The real allocator: that of the C library, or the sanitizer's where one is linked in.
 extern "C" {
 void* __libc_malloc(std::size_t size);
@@ -23,6 +32,14 @@ void __libc_free(void* memory);
 void* __interceptor_malloc(std::size_t size) __attribute__((weak));
 void* __interceptor_calloc(std::size_t count, std::size_t size) __attribute__((weak));
 void __interceptor_free(void* memory) __attribute__((weak));
+
+// The code of the archive, in a program that is linked with it.
+extern const char __start_vdrzax_text[] __attribute__((weak));
+extern const char __stop_vdrzax_text[] __attribute__((weak));
+
+// The program's own code, as the linker says.
+extern const char __executable_start[];
+extern const char etext[];
 }
 
 namespace hooks {
@@ -34,13 +51,23 @@ fake::Device* installed = nullptr;
 
 fake::Device* Installed() { return __atomic_load_n(&installed, __ATOMIC_ACQUIRE); }
 
-// Where the code of the library lies, so that its allocations are told from all others.
+// Where some code lies, so that its calls are told from all others.
 struct Range {
   uintptr_t begin = 0;
   uintptr_t end = 0;
+
+  bool Contains(const void* caller) const {
+    const auto address = reinterpret_cast<uintptr_t>(caller);
+    return address >= begin && address < end;
+  }
 };
 
+Range MakeRange(const char* begin, const char* end) {
+  return {reinterpret_cast<uintptr_t>(begin), reinterpret_cast<uintptr_t>(end)};
+}
+
 Range FindLibrary() {
+  if (__start_vdrzax_text) return MakeRange(__start_vdrzax_text, __stop_vdrzax_text);
   Range range;
   dl_iterate_phdr(
       [](dl_phdr_info* object, std::size_t, void* found) {
@@ -58,12 +85,23 @@ Range FindLibrary() {
   return range;
 }
 
-fake::Device* DeviceFor(void* caller) {
+const Range& Library() {
+  static const Range range = FindLibrary();
+  return range;
+}
+
+fake::Device* DeviceFor(const void* caller) {
+  fake::Device* device = Installed();
+  return device && Library().Contains(caller) ? device : nullptr;
+}
+
+// What the library allocates is freed by itself or by the tests. The C library frees memory of its
+// own in threads that are just coming or going, where a thread sanitizer bears no instrumented code.
+fake::Device* DeviceForFree(const void* caller) {
   fake::Device* device = Installed();
   if (!device) return nullptr;
-  static const Range library = FindLibrary();
-  const auto address = reinterpret_cast<uintptr_t>(caller);
-  return address >= library.begin && address < library.end ? device : nullptr;
+  const Range program = MakeRange(__executable_start, etext);
+  return Library().Contains(caller) || program.Contains(caller) ? device : nullptr;
 }
 
 void* RealMalloc(std::size_t size) {
@@ -84,9 +122,32 @@ void RealFree(void* memory) {
 
 constexpr std::size_t kLargestFilled = 1 << 20;
 
+// Garbage, so that nothing can lean on fresh memory being zero. Large buffers are left untouched.
+void FillWithGarbage(void* memory, std::size_t size) {
+  if (size > kLargestFilled) return;
+  std::memset(memory, 0xA5, size);
+  VALGRIND_MAKE_MEM_UNDEFINED(memory, size);
+}
+
+// The kernel reads the input of a command. Memcheck does not know these commands, so it is told here,
+// once for each block: what it had to say is not repeated where the tests compare the bytes.
+void CheckInput(const uint8_t* envelope) {
+  uint32_t length;
+  const void* input;
+  std::memcpy(&length, envelope, 4);
+  std::memcpy(&input, envelope + 4, 8);
+  VALGRIND_CHECK_MEM_IS_DEFINED(input, length);
+  VALGRIND_MAKE_MEM_DEFINED(input, length);
+}
+
 }  // namespace
 
-void Install(fake::Device* device) { __atomic_store_n(&installed, device, __ATOMIC_RELEASE); }
+void Install(fake::Device* device) {
+  Library();  // Found before any other thread asks.
+  __atomic_store_n(&installed, device, __ATOMIC_RELEASE);
+}
+
+bool MemoryIsWatched() { return __interceptor_malloc || RUNNING_ON_VALGRIND != 0; }
 
 }  // namespace hooks
 
@@ -99,8 +160,7 @@ void* malloc(std::size_t size) {
   const int saved = errno;
   if (!device->Allocate(fmt::format("malloc({})", size))) return nullptr;
   void* memory = hooks::RealMalloc(size);
-  // Garbage, so that nothing can lean on fresh memory being zero. Large buffers are left untouched.
-  if (memory && size <= hooks::kLargestFilled) std::memset(memory, 0xA5, size);
+  if (memory) hooks::FillWithGarbage(memory, size);
   if (memory) device->Remember(memory, size);
   errno = saved;
   return memory;
@@ -118,7 +178,7 @@ void* calloc(std::size_t count, std::size_t size) {
 }
 
 void free(void* memory) {
-  if (fake::Device* device = hooks::Installed()) {
+  if (fake::Device* device = hooks::DeviceForFree(__builtin_return_address(0))) {
     const int saved = errno;
     device->Forget(memory);
     errno = saved;
@@ -143,7 +203,10 @@ int ioctl(int descriptor, unsigned long request, ...) {
   void* argument = va_arg(arguments, void*);
   va_end(arguments);
   fake::Device* device = hooks::DeviceFor(__builtin_return_address(0));
-  if (device) return device->Ioctl(descriptor, request, argument);
+  if (device) {
+    hooks::CheckInput(static_cast<const uint8_t*>(argument));
+    return device->Ioctl(descriptor, request, argument);
+  }
   return static_cast<int>(syscall(SYS_ioctl, descriptor, request, argument));
 }
 
