@@ -59,6 +59,8 @@ class Device {
   int closeError = 0;
   int failingAllocation = 0;  // the Nth allocation of the library fails, counted from 1
   bool keepFreedContent = false;
+  // Converts an address in place of inet_pton, when set.
+  std::function<int(int family, const char* text, void* address)> convertAddress;
 
   void AnswerWith(Reply reply);
 

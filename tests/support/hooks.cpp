@@ -1,5 +1,6 @@
 #include "support/hooks.h"
 
+#include <arpa/inet.h>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -214,5 +215,12 @@ int close(int descriptor) {
   fake::Device* device = hooks::DeviceFor(__builtin_return_address(0));
   if (device) return device->Close(descriptor);
   return static_cast<int>(syscall(SYS_close, descriptor));
+}
+
+int inet_pton(int family, const char* text, void* address) noexcept {
+  fake::Device* device = hooks::DeviceFor(__builtin_return_address(0));
+  if (device && device->convertAddress) return device->convertAddress(family, text, address);
+  static const auto real = reinterpret_cast<decltype(&inet_pton)>(dlsym(RTLD_NEXT, "inet_pton"));
+  return real(family, text, address);
 }
 }
