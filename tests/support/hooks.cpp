@@ -141,6 +141,15 @@ void CheckInput(const uint8_t* envelope) {
   VALGRIND_MAKE_MEM_DEFINED(input, length);
 }
 
+// Calls of the kernel touch errno only when they fail, whatever the device did meanwhile.
+template <typename Call>
+int KeepingErrno(Call call) {
+  const int saved = errno;
+  const int result = call();
+  if (result >= 0) errno = saved;
+  return result;
+}
+
 }  // namespace
 
 void Install(fake::Device* device) {
@@ -193,7 +202,7 @@ int open64(const char* path, int flags, ...) {
   const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
   va_end(arguments);
   fake::Device* device = hooks::DeviceFor(__builtin_return_address(0));
-  if (device) return device->Open(path, flags);
+  if (device) return hooks::KeepingErrno([&] { return device->Open(path, flags); });
   return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
 }
 
@@ -206,14 +215,14 @@ int ioctl(int descriptor, unsigned long request, ...) {
   fake::Device* device = hooks::DeviceFor(__builtin_return_address(0));
   if (device) {
     hooks::CheckInput(static_cast<const uint8_t*>(argument));
-    return device->Ioctl(descriptor, request, argument);
+    return hooks::KeepingErrno([&] { return device->Ioctl(descriptor, request, argument); });
   }
   return static_cast<int>(syscall(SYS_ioctl, descriptor, request, argument));
 }
 
 int close(int descriptor) {
   fake::Device* device = hooks::DeviceFor(__builtin_return_address(0));
-  if (device) return device->Close(descriptor);
+  if (device) return hooks::KeepingErrno([&] { return device->Close(descriptor); });
   return static_cast<int>(syscall(SYS_close, descriptor));
 }
 
