@@ -264,6 +264,10 @@ TEST(BridgeClusterNodes, NamesOf64CharactersAreCutTo63) {
   const Block cut = Block().Text(0, std::string(63, 'n')).Text(256, std::string(63, 'o'));
   ExpectCommand([&] { return VDRZAX_BridgeClusterNodeSet(name.c_str(), node.c_str(), nullptr, 0); },
                 94, cut);
+  contract::ListGetter getter = NodesGetter();
+  getter.call = [&](RecordList** out) { return VDRZAX_GetBridgeClusterNodes(name.c_str(), out); };
+  getter.block = Block().Text(0, std::string(63, 'n'));
+  contract::ExpectListGetter(getter);
 }
 
 TEST(BridgeClusterNodes, ReleaseFollowsTheContractOfLists) {

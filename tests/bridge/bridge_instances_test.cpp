@@ -61,6 +61,18 @@ TEST(BridgeInstances, TheFetchLeavesTheCallersHeaderAloneWhenTheCommandFails) {
   bridge::ExpectFetch(InstancesGetter(), VDRZAXGetBridgeInstances);
 }
 
+TEST(BridgeInstances, AFetchOfAnEmptyListClearsTheCountOfTheCallersHeader) {
+  for (const uint32_t length : {0u, 0x80000000u}) {
+    fake::Device device;
+    device.AnswerWith({.length = length});
+    RecordList* list = bridge::ForeignHeader(device);
+    EXPECT_EQ(VDRZAXGetBridgeInstances(list), 0);
+    EXPECT_EQ(list->count, 0);
+    VDRZAX_ReleaseBridgeInstances(list);
+    EXPECT_EQ(device.Live(), std::vector<std::size_t>{});
+  }
+}
+
 TEST(BridgeInstances, ARecordIsCopiedFieldByField) {
   const fake::Bytes source = wire::Pattern(393);
   EXPECT_BYTES(contract::DecodeOne(InstanceGetter(), source), DecodedInstance(source));

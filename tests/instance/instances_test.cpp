@@ -183,6 +183,11 @@ TEST(Instances, ANameOf64CharactersIsCutTo63AndTerminated) {
   ExpectCommand([&] { return VDRZAX_DelVdrInstance(name.c_str()); }, 3, cut);
   ExpectCommand([&] { return VDRZAX_DelVdrInstance((name + "more").c_str()); }, 3, cut);
   ExpectCommand([&] { return VDRZAX_SetVdrInstance(name.c_str(), 0, nullptr, 0, 0); }, 2, cut);
+  ExpectCommand([&] { return VDRZAX_SetVdrInstanceTunables(name.c_str(), "", 0); }, 4, cut);
+  contract::ListGetter getter = InstancesGetter();
+  getter.call = [&](RecordList** out) { return VDRZAX_GetInstances(name.c_str(), 1, out); };
+  getter.block = Block(cut).U8(368, 1);
+  contract::ExpectListGetter(getter);
 }
 
 TEST(Instances, DeleteSendsTheNameAlone) {

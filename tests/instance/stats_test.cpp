@@ -200,6 +200,24 @@ TEST(Stats, NamesOf64CharactersAreCutTo63AndTerminated) {
   };
   getter.block = cut;
   contract::ExpectRecordGetter(getter);
+  getter.call = [&](void** out) {
+    return VDRZAX_GetLifStatsCached(instance.c_str(), lif.c_str(),
+                                    reinterpret_cast<StatsRecord**>(out));
+  };
+  getter.block = Block(cut).U32(552, 1);
+  contract::ExpectRecordGetter(getter);
+}
+
+TEST(Stats, ANameOfTheControlPlaneIsCutTo63AndTerminated) {
+  const std::string name(64, 'n');
+  const Block cut = Block().Text(0, std::string(63, 'n'));
+  ExpectCommand([&] { return VDRZAX_ResetVdrInstanceCPStats(name.c_str()); }, 6, cut);
+  contract::RecordGetter getter = ControlPlaneGetter();
+  getter.call = [&](void** out) {
+    return VDRZAX_GetVdrInstanceCPStats(name.c_str(), reinterpret_cast<StatsRecord**>(out));
+  };
+  getter.block = cut;
+  contract::ExpectRecordGetter(getter);
 }
 
 TEST(Stats, AMissingInstanceNameIsRefusedBeforeAnythingElseIsRead) {
