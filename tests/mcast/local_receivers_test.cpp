@@ -120,6 +120,13 @@ TEST(LocalReceivers, NamesOf64CharactersAreCutTo63AndTerminated) {
                 133, block);
   ExpectCommand([&] { return VDRZAX_DelMRoutingLocalRcvrs(instance.c_str(), 1, receiver.c_str()); },
                 134, block);
+
+  fake::Device device;
+  RecordList* list = nullptr;
+  ASSERT_EQ(VDRZAX_GetMRoutingLocalRcvrs(instance.c_str(), 1, &list), 0);
+  contract::ExpectSent(device, 128, Block().Text(0, std::string(63, 'n')).U32(256, 1).bytes(),
+                       45056);
+  VDRZAX_ReleaseMRoutingLocalRcvrs(list);
 }
 
 TEST(LocalReceivers, AFailedAllocationIsReportedBeforeTheNameIsRead) {

@@ -189,6 +189,16 @@ TEST(RemoteReceivers, AddSendsEveryArgumentToItsPlace) {
           .U32(288, 0xE1E2E3E4));
 }
 
+TEST(RemoteReceivers, TheGetterCutsANameOf64CharactersTo63) {
+  fake::Device device;
+  device.AnswerWith({.bytes = TableReply(1, 1)});
+  VTEPTable* table = nullptr;
+  ASSERT_EQ(VDRZAX_GetMRoutingRemoteRcvrs(std::string(64, 'n').c_str(), 1, &table), 0);
+  contract::ExpectSent(device, 129, Block().Text(0, std::string(63, 'n')).U32(256, 1).bytes(),
+                       139268);
+  VDRZAX_ReleaseVTEPTable(table);
+}
+
 TEST(RemoteReceivers, AddCutsANameOf64CharactersTo63) {
   const std::string name(64, 'n');
   const MacValue zero{};
