@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <vector>
 
 #include "channel/record_decoder.h"
 #include "support/wire.h"
@@ -31,6 +32,17 @@ TEST(RecordLayout, AGapAnOverlapAWrongOrderOrAnEmptyRowIsRefused) {
 TEST(RecordLayout, ARecordOfAnotherSizeIsRefused) {
   EXPECT_FALSE(Tiles({"Short", 5, kPairRows}));
   EXPECT_FALSE(Tiles({"Long", 3, kPairRows}));
+}
+
+TEST(RecordLayout, ARowThatIsNoArrayIsOneElementAndHasNoCount) {
+  for (const Field& row : {Text("text", 0, 64), Bytes("bytes", 0, 12), Mac("mac", 0),
+                           Skipped("skipped", 0, 5), U32("number", 0)}) {
+    EXPECT_EQ(row.elements, 1u) << row.name;
+    EXPECT_EQ(row.ElementWidth(), row.width) << row.name;
+    EXPECT_EQ(row.entry, nullptr) << row.name;
+    EXPECT_EQ(row.countOffset, 0u) << row.name;
+    EXPECT_EQ(row.countWidth, 0u) << row.name;
+  }
 }
 
 constexpr Field kEntryRows[] = {U16("value", 0), Skipped("skipped2", 2, 1)};
@@ -111,6 +123,42 @@ void ExpectBoundedAtEveryPlace(std::integer_sequence<uint32_t, kWidths...> /*wid
 TEST(RecordDecoder, ATextIsCutAtItsTerminatorAndAtItsWidthWhereverBothAre) {
   ExpectBoundedAtEveryPlace(
       std::integer_sequence<uint32_t, 1, 4, 16, 17, 18, 32, 33, 48, 64, 81, 128>{});
+}
+
+constexpr Field kTextFirstRows[] = {Text("text", 0, 32), U8("after", 32)};
+constexpr RecordLayout kTextFirst{"TextFirst", 33, kTextFirstRows};
+constexpr Field kGapFirstRows[] = {Skipped("skipped", 0, 2), U8("after", 2)};
+constexpr RecordLayout kGapFirst{"GapFirst", 3, kGapFirstRows};
+
+TEST(RecordDecoder, OnlyRecordsOfNumbersAndBytesAreCopiedAsAnArray) {
+  EXPECT_TRUE(decoder::IsPlain<kPair>());
+  EXPECT_FALSE(decoder::IsPlain<kList>());
+  EXPECT_FALSE(decoder::IsPlain<kEntry>());
+  EXPECT_FALSE(decoder::IsPlain<kTextFirst>());
+  EXPECT_FALSE(decoder::IsPlain<kGapFirst>());
+}
+
+TEST(RecordDecoder, NeighbouringRowsAreOneCopy) {
+  const auto spans = [](const RecordLayout& layout) {
+    std::vector<uint32_t> widths;
+    for (std::size_t row = 0; row < layout.rows.size(); ++row) {
+      widths.push_back(decoder::SpanFrom(layout, row));
+    }
+    return widths;
+  };
+  EXPECT_EQ(spans(kPair), (std::vector<uint32_t>{4, 0}));
+  EXPECT_EQ(spans(kTextFirst), (std::vector<uint32_t>{33, 0}));
+  EXPECT_EQ(spans(kGapFirst), (std::vector<uint32_t>{0, 1}));
+  EXPECT_EQ(spans(kList), (std::vector<uint32_t>{1, 0, 6, 0, 0, 0}));
+}
+
+TEST(RecordDecoder, APaddedTextIsSeenSoThatItIsNotCopiedAgain) {
+  const uint8_t zeros[64] = {};
+  EXPECT_FALSE(IsSeenPadded<16>(zeros)) << "too narrow for a look at sixteen pairs";
+  EXPECT_TRUE(IsSeenPadded<17>(zeros));
+  EXPECT_TRUE(IsSeenPadded<64>(zeros));
+  uint8_t stray[64] = {'a', 0, 'b'};
+  EXPECT_FALSE(IsSeenPadded<64>(stray));
 }
 
 }  // namespace

@@ -61,6 +61,8 @@ class Device {
   bool keepFreedContent = false;
   // Converts an address in place of inet_pton, when set.
   std::function<int(int family, const char* text, void* address)> convertAddress;
+  // Scans a text for sixteen numbers in place of sscanf, when set.
+  std::function<int(const char* text, const char* format, unsigned* const* numbers)> scan;
 
   void AnswerWith(Reply reply);
 

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -231,5 +232,22 @@ int inet_pton(int family, const char* text, void* address) noexcept {
   if (device && device->convertAddress) return device->convertAddress(family, text, address);
   static const auto real = reinterpret_cast<decltype(&inet_pton)>(dlsym(RTLD_NEXT, "inet_pton"));
   return real(family, text, address);
+}
+
+// The name under which glibc's header has sscanf called.
+int __isoc99_sscanf(const char* text, const char* format, ...) {
+  fake::Device* device = hooks::DeviceFor(__builtin_return_address(0));
+  va_list arguments;
+  va_start(arguments, format);
+  int converted = 0;
+  if (device && device->scan) {
+    unsigned* numbers[16];
+    for (unsigned*& number : numbers) number = va_arg(arguments, unsigned*);
+    converted = device->scan(text, format, numbers);
+  } else {
+    converted = std::vsscanf(text, format, arguments);
+  }
+  va_end(arguments);
+  return converted;
 }
 }
