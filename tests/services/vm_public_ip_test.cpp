@@ -230,6 +230,13 @@ TEST(VMPublicIP, ATableThatClaimsMoreEntriesThanItHasIsRefused) {
   ExpectNoTable({.bytes = Table(0xFFFFFFFF, {7})});
 }
 
+TEST(VMPublicIP, EachByteOfTheNumberOfEntriesCounts) {
+  for (const uint32_t entries : {0x00000100u, 0x00010000u, 0x01000000u, 0x80000000u}) {
+    SCOPED_TRACE(entries);
+    ExpectNoTable({.bytes = Table(entries, {})});
+  }
+}
+
 TEST(VMPublicIP, BytesBehindTheLastEntryAreAccepted) {
   ExpectTable({.bytes = Table(1, {2, 5})});
   ExpectTable({.bytes = Table(0, {2})});
