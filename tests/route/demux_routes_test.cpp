@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <vdrzax/route.h>
 
+#include <algorithm>
+
 #include "support/contract.h"
 
 namespace {
@@ -109,6 +111,15 @@ TEST(DemuxRoutes, EveryRecordOfAFullTableIsCopiedFieldByField) {
   for (unsigned index = 0; index < 30000; ++index) {
     ASSERT_BYTES(records[index], DecodedDemuxRoute(wire::Pattern(148, index)));
   }
+}
+
+// A sanitizer sees what is read behind the table.
+TEST(DemuxRoutes, APaddedNameAtTheEndOfAFullTableIsReadNoFurther) {
+  fake::Bytes source = wire::Patterns(30000, 148);
+  std::fill(source.end() - 20, source.end(), uint8_t{0});
+  const auto records = contract::DecodeAll(DemuxRoutesGetter(), source);
+  ASSERT_EQ(records.size(), 30000u);
+  EXPECT_BYTES(records[29999], fake::Bytes(source.end() - 148, source.end()));
 }
 
 TEST(DemuxRoutesDeathTest, AnUntestedNullFaults) {
