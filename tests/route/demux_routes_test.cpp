@@ -119,7 +119,9 @@ TEST(DemuxRoutes, APaddedNameAtTheEndOfAFullTableIsReadNoFurther) {
   std::fill(source.end() - 20, source.end(), uint8_t{0});
   const auto records = contract::DecodeAll(DemuxRoutesGetter(), source);
   ASSERT_EQ(records.size(), 30000u);
-  EXPECT_BYTES(records[29999], fake::Bytes(source.end() - 148, source.end()));
+  fake::Bytes expected(source.end() - 148, source.end());
+  expected[83] = 0;  // the other name is cut
+  EXPECT_BYTES(records[29999], expected);
 }
 
 TEST(DemuxRoutesDeathTest, AnUntestedNullFaults) {
