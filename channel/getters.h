@@ -82,7 +82,7 @@ enum class CutRecord { Refuse, Take };
 template <typename RecordType, const RecordLayout& kRecordLayout>
 struct ListKind {
   using Record = RecordType;
-  static constexpr const RecordLayout& kLayout = kRecordLayout;
+  static constexpr const RecordLayout& Layout() { return kRecordLayout; }
   int32_t cap;
   void (*release)(RecordList*);
   HeaderOnFailure onFailedCommand = HeaderOnFailure::Free;
@@ -95,7 +95,7 @@ template <const auto& kKind>
 int DecodeList(const uint8_t* reply, int32_t length, RecordList* list) {
   using Kind = std::remove_cvref_t<decltype(kKind)>;
   constexpr auto kSize = static_cast<int32_t>(sizeof(typename Kind::Record));
-  static_assert(Kind::kLayout.size == kSize);
+  static_assert(Kind::Layout().size == kSize);
   list->count = 0;
   list->entries = std::calloc(static_cast<std::size_t>(kKind.cap), kSize);
   if (!list->entries) return OutOfMemory();
@@ -107,8 +107,8 @@ int DecodeList(const uint8_t* reply, int32_t length, RecordList* list) {
   if constexpr (kKind.onCutRecord == CutRecord::Take) {
     if (endsInRecord) ++list->count;
   }
-  CopyRecords<Kind::kLayout>(reply, static_cast<uint8_t*>(list->entries),
-                             static_cast<std::size_t>(list->count));
+  CopyRecords<Kind::Layout()>(reply, static_cast<uint8_t*>(list->entries),
+                              static_cast<std::size_t>(list->count));
   return kKind.onCutRecord == CutRecord::Refuse && endsInRecord ? ShortReply() : 0;
 }
 
