@@ -298,6 +298,15 @@ TEST(Lifs, NamesOf64CharactersAreCutTo63AndTerminated) {
   };
   getter.block = names;
   contract::ExpectRecordGetter(getter);
+
+  contract::ListGetter list = LifsGetter();
+  list.call = [&](RecordList** out) { return VDRZAX_GetLifs(instance.c_str(), out); };
+  list.block = Block().Text(0, std::string(63, 'i'));
+  contract::ExpectListGetter(list);
+  list = BridgeLifsGetter();
+  list.call = [&](RecordList** out) { return VDRZAX_GetBridgeLifs(instance.c_str(), out); };
+  list.block = Block().Text(0, std::string(63, 'i'));
+  contract::ExpectListGetter(list);
 }
 
 TEST(Lifs, AMissingInstanceNameIsRefusedBeforeAnythingElseIsRead) {
