@@ -120,4 +120,11 @@ TEST_F(Device, TheEnvelopeReachesTheKernelUnchangedAndKeepsItsReplyLength) {
   EXPECT_BYTES(wire::BytesOf(reply, 8), (fake::Bytes{1, 2, 3, 0, 0, 0, 0, 0}));
 }
 
+// An agent may have closed its standard input.
+TEST_F(Device, DescriptorsFromZeroOnAreOpenDevices) {
+  device_.firstDescriptor = 0;
+  for (int command = 0; command < 3; ++command) EXPECT_EQ(VDRZAXIoctl(1, &envelope_), 0);
+  EXPECT_EQ(device_.commands.size(), 3u);
+}
+
 }  // namespace

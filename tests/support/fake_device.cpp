@@ -13,8 +13,6 @@ namespace fake {
 
 namespace {
 
-constexpr int kFirstDescriptor = 1'000'000;
-
 uint32_t Word(const uint8_t* bytes) {
   uint32_t value;
   std::memcpy(&value, bytes, 4);
@@ -64,7 +62,7 @@ int Device::Open(const char* node, int flags) {
     errno = openError;
     return -1;
   }
-  const int descriptor = kFirstDescriptor + opened_++;
+  const int descriptor = firstDescriptor + opened_++;
   open_[descriptor] = Command{.node = node, .openFlags = flags};
   return descriptor;
 }

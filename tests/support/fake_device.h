@@ -56,6 +56,7 @@ class Device {
   // Scripts. Without `answer` every command succeeds and produces nothing.
   std::function<Reply(const Command&)> answer;
   int openError = 0;
+  int firstDescriptor = 1'000'000;
   int closeError = 0;
   int failingAllocation = 0;  // the Nth allocation of the library fails, counted from 1
   bool keepFreedContent = false;
