@@ -261,6 +261,7 @@ void ExpectListGetter(const ListGetter& getter) {
   ExpectListOf(getter, 1, 1, static_cast<uint32_t>(size));
   ExpectListOf(getter, 3, 3, static_cast<uint32_t>(3 * size));
   ExpectListOf(getter, getter.cap, getter.cap, static_cast<uint32_t>(total));
+  ExpectListOf(getter, getter.cap, getter.cap, static_cast<uint32_t>(total + 1));
   ExpectListOf(getter, getter.cap, getter.cap, static_cast<uint32_t>(total + size));
   ExpectListOf(getter, getter.cap, getter.cap, 0x7FFFFFFFu);
   ExpectListOf(getter, 0, 1, 0x80000000u);
