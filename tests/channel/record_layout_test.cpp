@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -156,7 +157,11 @@ TEST(RecordDecoder, APaddedTextIsSeenSoThatItIsNotCopiedAgain) {
   const uint8_t zeros[64] = {};
   EXPECT_FALSE(IsSeenPadded<16>(zeros)) << "too narrow for a look at sixteen pairs";
   EXPECT_TRUE(IsSeenPadded<17>(zeros));
-  EXPECT_TRUE(IsSeenPadded<64>(zeros));
+  for (std::size_t length = 0; length < 64; ++length) {
+    uint8_t text[64] = {};
+    std::fill_n(text, length, 'a');
+    EXPECT_TRUE(IsSeenPadded<64>(text)) << "length " << length;
+  }
   uint8_t stray[64] = {'a', 0, 'b'};
   EXPECT_FALSE(IsSeenPadded<64>(stray));
 }
