@@ -51,7 +51,7 @@ class Baseline:
         self.memory = MEMORY_KIB if preset == "release" else "unlimited"
         self.run(["cmake", "--preset", preset, "-B", self.build, "-DVDRZAX_BUILD_TESTS=ON"],
                  cwd=self.tree)
-        self.run(["ninja", "-j", str(jobs), "unit_tests", "record_tables"])
+        self.run(["ninja", "-j", str(jobs), "unit_tests"])
 
         entries = json.loads((self.build / "compile_commands.json").read_text())
         commands = {}
@@ -66,7 +66,7 @@ class Baseline:
                     self.objects[path[len(f"{self.tree}/"):]].append(found[1])
         self.compile = commands
         self.links = {target: self.link_command(target) for target in
-                      ("libvdrzax.so.1.0.0", "tests/unit_tests", "tests/package/record_tables")}
+                      ("libvdrzax.so.1.0.0", "tests/unit_tests")}
         self.suites = self.list_suites()
         # Under a sanitizer a mutant is tried by the tests of the families alone.
         used = self.suites_of("" if preset == "release" else ("channel/", *FAMILIES))
@@ -118,24 +118,19 @@ class Trial:
         path.write_text(text[:mutant.start] + mutant.replacement + text[mutant.end:])
 
     def judge(self):
-        """How the mutant ends: "compiler", "tests", "time", "tables" or "survived"."""
-        library, tests, tables = self.objects()
+        """How the mutant ends: "compiler", "tests", "time" or "survived"."""
+        library, tests = self.objects()
         for names, suites in self.steps(library, tests):
             if not self.build(names):
                 return "compiler"
             found = self.run_tests(suites)
             if found:
                 return found
-        if tables:
-            if not self.build(tables):
-                return "compiler"
-            if not self.tables_are_right():
-                return "tables"
         return "survived"
 
     def judge_by_family(self):
         """How it ends when only the tests of the sources that it is compiled into are run."""
-        library, tests, _ = self.objects()
+        library, tests = self.objects()
         for names, suites in self.steps(library, tests)[:-1]:
             if not self.build(names):
                 return "compiler"
@@ -144,15 +139,14 @@ class Trial:
         return "survived"
 
     def objects(self):
-        """What is compiled of the mutant, of the library, the tests and the record tables."""
+        """What is compiled of the mutant, of the library and of the tests."""
         objects = self.baseline.objects[self.mutant.path]
         library = sorted((name for name in objects if name.startswith("CMakeFiles/vdrzax_objects")),
                          key=lambda name: ("/instance/" not in name, name))
         if self.code:
             library = [name for name in library if self.mentions(name, self.code)]
         tests = [name for name in objects if name.startswith("tests/CMakeFiles/unit_test")]
-        tables = [name for name in objects if "/record_tables.dir/" in name]
-        return library, tests, tables
+        return library, tests
 
     def mentions(self, name, code):
         """Codes are names: only the sources that use one depend on its value."""
@@ -208,11 +202,6 @@ class Trial:
         status = self.execute([program or "tests/unit_tests", "--gtest_fail_fast",
                                "--gtest_brief=1", filter_of(suites)], SECONDS_OF_TESTS)
         return {0: None, 124: "time"}.get(status, "tests")
-
-    def tables_are_right(self):
-        tables = self.link("tests/package/record_tables", self.directory / "record_tables")
-        test = self.baseline.tree / "tests/package/record_tables_test.sh"
-        return self.execute([test, tables, self.baseline.tree]) == 0
 
     def execute(self, command, seconds=600):
         limits = f"ulimit -c 0; ulimit -v {self.baseline.memory}; exec timeout -k 5 {seconds} \"$@\""
@@ -316,8 +305,7 @@ def main():
     percentage = 100 * killed / compiled if compiled else 100.0
     print(f"mutation: {len(endings)} mutants, {count['compiler']} do not compile; of {compiled} that "
           f"do, {killed} are killed ({percentage:.2f} %): {count['tests']} by a unit test, "
-          f"{count['sanitizers']} by one under the sanitizers, {count['time']} by not ending, "
-          f"{count['tables']} by the test of the record tables; "
+          f"{count['sanitizers']} by one under the sanitizers, {count['time']} by not ending; "
           f"{count['survived']} survive, {unexplained} of them unexplained")
     failed = unexplained > 0
     if not options.files:

@@ -46,6 +46,13 @@ TEST(RecordLayout, ARowThatIsNoArrayIsOneElementAndHasNoCount) {
   }
 }
 
+TEST(RecordLayout, TheElementsOfAnArrayShareItsWidth) {
+  const Field row = Numbers("words", 8, 4, 5);
+  EXPECT_EQ(row.width, 20u);
+  EXPECT_EQ(row.elements, 5u);
+  EXPECT_EQ(row.ElementWidth(), 4u);
+}
+
 constexpr Field kEntryRows[] = {U16("value", 0), Skipped("skipped2", 2, 1)};
 constexpr RecordLayout kEntry{"Entry", 3, kEntryRows};
 
