@@ -47,8 +47,9 @@ class Baseline:
         print(f"mutation: building the unchanged library and its tests: {preset}", flush=True)
         self.tree = directory / "tree"
         self.build = directory / preset
+        self.is_sanitized = preset != "release"
         # A sanitizer reserves all addresses.
-        self.memory = MEMORY_KIB if preset == "release" else "unlimited"
+        self.memory = "unlimited" if self.is_sanitized else MEMORY_KIB
         self.run(["cmake", "--preset", preset, "-B", self.build, "-DVDRZAX_BUILD_TESTS=ON"],
                  cwd=self.tree)
         self.run(["ninja", "-j", str(jobs), "unit_tests"])
@@ -69,7 +70,7 @@ class Baseline:
                       ("libvdrzax.so.1.0.0", "tests/unit_tests")}
         self.suites = self.list_suites()
         # Under a sanitizer a mutant is tried by the tests of the families alone.
-        used = self.suites_of("" if preset == "release" else ("channel/", *FAMILIES))
+        used = self.suites_of(("channel/", *FAMILIES) if self.is_sanitized else "")
         self.run(["tests/unit_tests", filter_of(used)])
 
     def run(self, command, cwd=None):
@@ -118,24 +119,13 @@ class Trial:
         path.write_text(text[:mutant.start] + mutant.replacement + text[mutant.end:])
 
     def judge(self):
-        """How the mutant ends: "compiler", "tests", "time" or "survived"."""
-        library, tests = self.objects()
-        for names, suites in self.steps(library, tests):
+        """How the mutant ends: "compiler", "tests", "sanitizers", "time" or "survived"."""
+        for names, suites in self.steps(*self.objects()):
             if not self.build(names):
                 return "compiler"
             found = self.run_tests(suites)
             if found:
-                return found
-        return "survived"
-
-    def judge_by_family(self):
-        """How it ends when only the tests of the sources that it is compiled into are run."""
-        library, tests = self.objects()
-        for names, suites in self.steps(library, tests)[:-1]:
-            if not self.build(names):
-                return "compiler"
-            if self.run_tests(suites):
-                return "sanitizers"
+                return "sanitizers" if self.baseline.is_sanitized else found
         return "survived"
 
     def objects(self):
@@ -155,7 +145,7 @@ class Trial:
 
     def steps(self, library, tests):
         """What is compiled and which suites are run one after the other, until one fails: each
-        source with the tests of its own, then the family, at last all."""
+        source with the tests of its own, then the family, at last all but under a sanitizer."""
         if not library + tests:
             return []
         found = [(tests, self.baseline.suites_of("channel/"))] if tests else []
@@ -165,7 +155,8 @@ class Trial:
         folder = self.mutant.path.split("/")[0]
         if folder != "channel":
             found.append((library, self.baseline.suites_of(f"{folder}/")))
-        return [(names, suites) for names, suites in found if suites] + [(library + tests, set())]
+        found = [(names, suites) for names, suites in found if suites]
+        return found if self.baseline.is_sanitized else found + [(library + tests, set())]
 
     def build(self, names):
         for name in names:
@@ -280,7 +271,7 @@ def main():
             here = trials / str(index)
             ending = Trial(release, mutant, texts[mutant.path], here / "release").judge()
             if ending == "survived" and not reasons(keys[index]):
-                ending = Trial(asan, mutant, texts[mutant.path], here / "asan").judge_by_family()
+                ending = Trial(asan, mutant, texts[mutant.path], here / "asan").judge()
             shutil.rmtree(here)
             results.write(f"{ending}\t{where[index]}\t{keys[index][2]}\n")
             results.flush()

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "channel/record_decoder.h"
 #include "e2i/e2i_entry_record.h"
@@ -38,14 +39,12 @@ TEST(RecordDescriptions, AVtepEntryIs68Bytes) { ExpectAllCopied<kVtepEntry>(68);
 TEST(RecordDescriptions, SoftRssTunablesAre12Bytes) { ExpectAllCopied<kSoftRssTunables>(12); }
 
 TEST(RecordDescriptions, APublicAddressEntryHoldsUpTo256ItemsFromByte18On) {
-  for (const std::size_t items : {0u, 1u, 255u, 256u}) {
+  for (const uint32_t items : {0u, 1u, 255u, 256u}) {
     SCOPED_TRACE(items);
     fake::Bytes source = wire::Pattern(1042);
-    source[14] = static_cast<uint8_t>(items % 256);
-    source[15] = static_cast<uint8_t>(items / 256);
-    source[16] = source[17] = 0;
+    std::memcpy(source.data() + 14, &items, 4);
     fake::Bytes expected = source;
-    std::fill(expected.begin() + static_cast<std::ptrdiff_t>(18 + 4 * items), expected.end(), 0);
+    std::fill(expected.begin() + 18 + 4 * items, expected.end(), 0);
     EXPECT_BYTES(Decode<kVMPublicIPEntry>(source), expected);
   }
 }
