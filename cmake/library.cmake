@@ -1,23 +1,13 @@
 # libvdrzax.so.1 and libvdrzax.a, made from the same objects.
 
 # The road to the kernel, and one folder a family.
-file(GLOB library_sources CONFIGURE_DEPENDS
-  channel/*.cpp
-  instance/*.cpp
-  lif/*.cpp
-  route/*.cpp
-  policy/*.cpp
-  bridge/*.cpp
-  e2i/*.cpp
-  mcast/*.cpp
-  services/*.cpp
-)
+file(GLOB library_sources CONFIGURE_DEPENDS library/*/*.cpp)
 add_library(vdrzax_objects OBJECT ${library_sources})
 set_target_properties(vdrzax_objects PROPERTIES
   CXX_VISIBILITY_PRESET hidden
   VISIBILITY_INLINES_HIDDEN ON
 )
-target_include_directories(vdrzax_objects PRIVATE ${PROJECT_SOURCE_DIR}
+target_include_directories(vdrzax_objects PRIVATE ${PROJECT_SOURCE_DIR}/library
                                                   ${PROJECT_SOURCE_DIR}/include)
 target_link_libraries(vdrzax_objects PRIVATE vdrzax_warnings vdrzax_hardening)
 target_compile_options(vdrzax_objects PRIVATE
@@ -39,8 +29,14 @@ endif()
 # The version script names every function that the public headers mark, and nothing else.
 file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/vdrzax/*.h)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${headers})
+# A family is a public header and the folder of its name.
+set(families "")
 set(exports "")
 foreach(header IN LISTS headers)
+  cmake_path(GET header STEM family)
+  if(NOT family STREQUAL "channel")
+    list(APPEND families ${family})
+  endif()
   file(STRINGS ${header} declarations REGEX "^VDRZAX_API ")
   foreach(declaration IN LISTS declarations)
     string(REGEX MATCH "(VDRZAX[A-Za-z0-9_]+)\\(" matched "${declaration}")
@@ -88,5 +84,5 @@ endif()
 
 # The layouts of the records, for the tools: vdrctl prints from them, vdrsim fills replies by them.
 add_library(vdrzax_layouts INTERFACE)
-target_include_directories(vdrzax_layouts INTERFACE ${PROJECT_SOURCE_DIR}
+target_include_directories(vdrzax_layouts INTERFACE ${PROJECT_SOURCE_DIR}/library
                                                     ${PROJECT_SOURCE_DIR}/include)

@@ -18,8 +18,9 @@ import sys
 import mutation_operators
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-FAMILIES = ("instance", "lif", "route", "policy", "bridge", "e2i", "mcast", "services")
-CODES = "channel/command_code.h"
+CODES = "library/channel/command_code.h"
+# Where a source of the library has its tests.
+OWN_TESTS = "library/"
 EXPLAINED = ROOT / "scripts/checks/mutation-survivors.txt"
 LEAST_KILLED = 98.0
 
@@ -30,9 +31,8 @@ SECONDS_OF_TESTS = 120
 
 def sources():
     return [path.relative_to(ROOT).as_posix()
-            for folder in ("channel", *FAMILIES)
             for pattern in ("*.h", "*.cpp")
-            for path in sorted((ROOT / folder).glob(pattern))]
+            for path in sorted((ROOT / "library").glob(f"*/{pattern}"))]
 
 
 def read_codes():
@@ -69,8 +69,8 @@ class Baseline:
         self.links = {target: self.link_command(target) for target in
                       ("libvdrzax.so.1.0.0", "tests/unit_tests")}
         self.suites = self.list_suites()
-        # Under a sanitizer a mutant is tried by the tests of the families alone.
-        used = self.suites_of(("channel/", *FAMILIES) if self.is_sanitized else "")
+        # Under a sanitizer a mutant is tried by the tests of its own sources alone.
+        used = self.suites_of(OWN_TESTS if self.is_sanitized else "")
         self.run(["tests/unit_tests", filter_of(used)])
 
     def run(self, command, cwd=None):
@@ -148,12 +148,12 @@ class Trial:
         source with the tests of its own, then the family, at last all but under a sanitizer."""
         if not library + tests:
             return []
-        found = [(tests, self.baseline.suites_of("channel/"))] if tests else []
+        found = [(tests, self.baseline.suites_of("library/channel/"))] if tests else []
         for name in library:
             own = name.split(".dir/")[1].removesuffix(".cpp.o") + "_test.cpp"
             found.append(([name], self.baseline.suites_of(own)))
-        folder = self.mutant.path.split("/")[0]
-        if folder != "channel":
+        folder = os.path.dirname(self.mutant.path)
+        if folder != "library/channel":
             found.append((library, self.baseline.suites_of(f"{folder}/")))
         found = [(names, suites) for names, suites in found if suites]
         return found if self.baseline.is_sanitized else found + [(library + tests, set())]

@@ -5,7 +5,7 @@
 #        abi_test.sh --print SHARED_OBJECT    prints what a baseline of this object holds
 #
 # A new function is recorded on purpose:
-#   tests/package/abi_test.sh --print build/libvdrzax.so > abi/libvdrzax.symbols
+#   tests/package/abi_test.sh --print build/libvdrzax.so > library/abi/libvdrzax.symbols
 # Names that were released never leave the baseline while the soname stays.
 set -eu
 export LC_ALL=C
@@ -42,7 +42,7 @@ if [ -s "$scratch/added" ]; then
   echo "Exported, but not in the baseline:"
   sed 's/^/  /' "$scratch/added"
   echo "Once released they must stay. If that is meant, record them with"
-  echo "  tests/package/abi_test.sh --print LIBRARY > abi/libvdrzax.symbols"
+  echo "  tests/package/abi_test.sh --print LIBRARY > library/abi/libvdrzax.symbols"
 fi
 [ $failed -ne 0 ] || echo "$(wc -l <"$baseline") names, each under its version"
 exit $failed

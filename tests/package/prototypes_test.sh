@@ -4,7 +4,7 @@
 #        prototypes_test.sh --print INCLUDE_DIRECTORY    prints what a baseline of this header holds
 #
 # A new function is recorded on purpose:
-#   tests/package/prototypes_test.sh --print include > abi/libvdrzax.prototypes
+#   tests/package/prototypes_test.sh --print include > library/abi/libvdrzax.prototypes
 # Prototypes that were released never change while the soname stays.
 set -eu
 export LC_ALL=C
@@ -38,7 +38,7 @@ declared "$include" | sed -n "$names" >"$scratch/declared"
 sed -n "$names" "$baseline" >"$scratch/recorded"
 if ! diff "$scratch/recorded" "$scratch/declared"; then
   echo "< on record, > declared. New functions are recorded with"
-  echo "  tests/package/prototypes_test.sh --print include > abi/libvdrzax.prototypes"
+  echo "  tests/package/prototypes_test.sh --print include > library/abi/libvdrzax.prototypes"
   failed=1
 fi
 [ $failed -ne 0 ] || echo "$(wc -l <"$scratch/recorded") functions, each with its types"

@@ -6,7 +6,7 @@
 #include <set>
 #include <string>
 
-#include "library/sweep.h"
+#include "sweep/sweep.h"
 
 // The column Input of the protocol page against what each function sends.
 

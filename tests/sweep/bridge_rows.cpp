@@ -1,4 +1,4 @@
-#include "library/sweep.h"
+#include "sweep/sweep.h"
 
 namespace sweep {
 

@@ -32,16 +32,16 @@ awk -v begin="$begin" -v end="$end" '
 echo >>"$scratch/wanted"
 if ! diff "$scratch/found" "$scratch/wanted"; then
   echo "< in docs/protocol.md, > as the layouts say"
-  echo "tests/package/record_tables_test.sh BUILD/tests/package/record_tables . --write updates it"
+  echo "tests/docs/record_tables_test.sh BUILD/tests/docs/record_tables . --write updates it"
   failed=1
 fi
 
 # Layouts that the program does not print would escape the comparison.
-layouts=$(sed -n 's/.*constexpr RecordLayout \(k[A-Za-z0-9]*\).*/\1/p' "$source"/*/*_record.h)
+layouts=$(sed -n 's/.*constexpr RecordLayout \(k[A-Za-z0-9]*\).*/\1/p' "$source"/library/*/*_record.h)
 [ -n "$layouts" ] || { echo "no layouts found"; exit 1; }
 for layout in $layouts; do
-  if ! grep -qw "vdrzax::$layout" "$source/docs/record_tables.cpp"; then
-    echo "docs/record_tables.cpp does not print $layout"
+  if ! grep -qw "vdrzax::$layout" "$source/tests/docs/record_tables.cpp"; then
+    echo "tests/docs/record_tables.cpp does not print $layout"
     failed=1
   fi
 done

@@ -25,12 +25,12 @@ expect_same() { # expect_same WHAT: one and two in the scratch directory, what s
 sed -n 's/^| `\(VDRZAX_*[A-Za-z0-9]*\)` | \([0-9, ]*\) |.*/\1 \2/p' "$page" | tr -d , |
   awk '{for (field = 2; field <= NF; ++field) print $1, $field}' >"$scratch/rows"
 # The same of the library: NAME CODE, by the names of the codes.
-sed -n 's/^ *\([A-Za-z0-9]*\) = \([0-9]*\),$/\1 \2/p' "$source/channel/command_code.h" \
+sed -n 's/^ *\([A-Za-z0-9]*\) = \([0-9]*\),$/\1 \2/p' "$source/library/channel/command_code.h" \
   >"$scratch/codes"
 
 awk '{print $2}' "$scratch/rows" | sort -un >"$scratch/one"
 awk '{print $2}' "$scratch/codes" | sort -un >"$scratch/two"
-expect_same "codes: < in docs/protocol.md, > in channel/command_code.h"
+expect_same "codes: < in docs/protocol.md, > in library/channel/command_code.h"
 
 # shellcheck disable=SC2016
 sed -n 's/^| `\(VDRZAX_*[A-Za-z0-9]*\)` |.*/\1/p' "$page" | sort >"$scratch/one"
@@ -47,7 +47,7 @@ awk '
     for (name in rows) {
       ++named
       if (index(rows[name], " " code[name] " ")) continue
-      print name ": docs/protocol.md says" rows[name] "and channel/command_code.h " code[name]
+      print name ": docs/protocol.md says" rows[name] "and library/channel/command_code.h " code[name]
       failed = 1
     }
     if (named < 100) { print "only " named + 0 " codes bear the name of a function"; failed = 1 }
