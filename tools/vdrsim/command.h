@@ -8,12 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "call.h"
 #include "state.h"
 
 namespace vdrsim {
 
-// What the datapath says to one command: an errno value, or 0 and the bytes of the reply.
-struct Answer {
+// What a handler says to one command: an errno value, or 0 and the bytes of the reply.
+struct Outcome {
   int error = 0;
   std::vector<std::byte> reply{};
 };
@@ -69,7 +70,7 @@ class Input {
 struct Command {
   uint32_t code;
   InputForm form;
-  Answer (*handler)(State& state, const Input& input);
+  Outcome (*handler)(State& state, const Input& input);
 };
 
 // The rows of each family of commands.

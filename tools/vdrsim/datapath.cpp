@@ -2,7 +2,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <memory>
 #include <new>
+#include <utility>
+#include <vector>
+
+#include "command.h"
 
 namespace vdrsim {
 
@@ -16,19 +21,38 @@ const Command* FindCommand(uint32_t code) {
   return nullptr;
 }
 
+class Bytes final : public Reply::Source {
+ public:
+  explicit Bytes(std::vector<std::byte> bytes) : bytes_(std::move(bytes)) {}
+
+  std::span<const std::byte> Next() noexcept override {
+    return std::span(bytes_).first(std::exchange(isTaken_, true) ? 0 : bytes_.size());
+  }
+
+ private:
+  std::vector<std::byte> bytes_;
+  bool isTaken_ = false;
+};
+
+Reply ReplyOf(std::vector<std::byte> bytes) {
+  if (bytes.size() <= Reply::kInlineRoom) return Reply(bytes);
+  const auto size = static_cast<uint32_t>(bytes.size());
+  return {size, std::make_unique<Bytes>(std::move(bytes))};
+}
+
 }  // namespace
 
-bool Datapath::Handles(uint32_t code) const { return FindCommand(code) != nullptr; }
-
-Answer Datapath::Handle(uint32_t code, std::span<const std::byte> input,
-                        uint32_t capacity) noexcept {
-  const Command* command = FindCommand(code);
+Answer Datapath::Execute(const Call& call) noexcept {
+  const Command* command = FindCommand(call.code);
   if (!command) return {.error = ENOTTY};
-  if (input.size() != InputLength(command->form)) return {.error = EINVAL};
+  if (call.input.size() != InputLength(command->form)) return {.error = EINVAL};
+  if (!call.destination.Takes(0)) return {.error = EFAULT};
   try {
-    Answer answer = command->handler(state_, Input(input));
-    if (answer.reply.size() > capacity) return {.error = EINVAL};
-    return answer;
+    const std::lock_guard lock(mutex_);
+    Outcome outcome = command->handler(state_, Input(call.input));
+    if (outcome.error != 0) return {.error = outcome.error};
+    if (outcome.reply.size() > call.capacity) return {.error = EINVAL};
+    return {.reply = ReplyOf(std::move(outcome.reply))};
   } catch (const std::bad_alloc&) {
     return {.error = ENOMEM};
   }

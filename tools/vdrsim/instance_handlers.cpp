@@ -11,11 +11,11 @@ namespace {
 // As many as a caller has room for when it lists them: one more could never be listed.
 constexpr size_t kMostInstances = 1001;
 
-Answer ListInstances(State& state, const Input& input);
-Answer GetInstance(State& state, const Input& input);
-Answer SetInstance(State& state, const Input& input);
-Answer DeleteInstance(State& state, const Input& input);
-Answer SetInstanceTunables(State& state, const Input& input);
+Outcome ListInstances(State& state, const Input& input);
+Outcome GetInstance(State& state, const Input& input);
+Outcome SetInstance(State& state, const Input& input);
+Outcome DeleteInstance(State& state, const Input& input);
+Outcome SetInstanceTunables(State& state, const Input& input);
 
 constexpr Command kCommands[] = {
     {0, InputForm::Block, ListInstances},       {1, InputForm::Block, GetInstance},
@@ -35,33 +35,33 @@ void AppendInstance(std::vector<std::byte>& reply, const std::string& name,
       .Number("word399", instance.tunablesValue);
 }
 
-Answer ListInstances(State& state, const Input& input) {
-  Answer answer;
+Outcome ListInstances(State& state, const Input& input) {
+  Outcome outcome;
   if (input.Byte(368) != 0) {
     const auto name = input.Name(0);
     if (!name) return {.error = EINVAL};
     const auto found = state.instances.find(*name);
-    if (found != state.instances.end()) AppendInstance(answer.reply, *name, found->second);
-    return answer;
+    if (found != state.instances.end()) AppendInstance(outcome.reply, *name, found->second);
+    return outcome;
   }
   for (const auto& [name, instance] : state.instances) {
-    AppendInstance(answer.reply, name, instance);
+    AppendInstance(outcome.reply, name, instance);
   }
-  return answer;
+  return outcome;
 }
 
-Answer GetInstance(State& state, const Input& input) {
+Outcome GetInstance(State& state, const Input& input) {
   const auto name = input.Name(0);
   if (!name) return {.error = EINVAL};
   const auto found = state.instances.find(*name);
   if (found == state.instances.end()) return {.error = ENOENT};
-  Answer answer;
-  AppendInstance(answer.reply, *name, found->second);
-  return answer;
+  Outcome outcome;
+  AppendInstance(outcome.reply, *name, found->second);
+  return outcome;
 }
 
 // An update leaves the tunables as they are: they have a command of their own.
-Answer SetInstance(State& state, const Input& input) {
+Outcome SetInstance(State& state, const Input& input) {
   const auto name = input.Name(0);
   if (!name) return {.error = EINVAL};
   std::string text = input.Text(332, 18);
@@ -76,13 +76,13 @@ Answer SetInstance(State& state, const Input& input) {
   return {};
 }
 
-Answer DeleteInstance(State& state, const Input& input) {
+Outcome DeleteInstance(State& state, const Input& input) {
   const auto name = input.Name(0);
   if (!name) return {.error = EINVAL};
   return {.error = state.instances.erase(*name) == 1 ? 0 : ENOENT};
 }
 
-Answer SetInstanceTunables(State& state, const Input& input) {
+Outcome SetInstanceTunables(State& state, const Input& input) {
   const auto name = input.Name(0);
   if (!name) return {.error = EINVAL};
   const auto found = state.instances.find(*name);

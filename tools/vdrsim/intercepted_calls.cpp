@@ -26,6 +26,10 @@ constexpr size_t kInBuffer = 4;
 constexpr size_t kOutLength = 12;
 constexpr size_t kOutBuffer = 16;
 
+// No command has a higher code. Beyond it are the requests of other kinds of files, such as that of
+// isatty(), whose argument is no envelope.
+constexpr uint32_t kHighestCode = 255;
+
 // No command comes near it; it keeps a malformed envelope from claiming gigabytes here.
 constexpr uint32_t kLongestInput = 1 << 20;
 
@@ -46,11 +50,43 @@ bool BelongsToLinux(uint32_t code) {
   return code == FIOCLEX || code == FIONCLEX || code == FIONBIO || code == FIOASYNC;
 }
 
+// The envelope of a caller, in which the length of the reply can be written or not.
+class Envelope final : public Destination {
+ public:
+  Envelope(const CallerMemory& memory, uint64_t address) : memory_(memory), address_(address) {}
+
+  bool Read() { return memory_.Read(address_, bytes_); }
+
+  template <typename Number>
+  Number Field(size_t offset) const {
+    return Decode<Number>(bytes_, offset);
+  }
+
+  bool WriteLength(uint32_t length) const {
+    return memory_.Write(address_ + kOutLength, std::as_bytes(std::span(&length, 1)));
+  }
+
+  bool Takes(uint32_t) override { return WriteLength(Field<uint32_t>(kOutLength)); }
+
+ private:
+  const CallerMemory& memory_;
+  uint64_t address_;
+  std::array<std::byte, kEnvelopeLength> bytes_{};
+};
+
+bool Deliver(Reply& reply, const CallerMemory& memory, uint64_t address) {
+  for (auto piece = reply.Next(); !piece.empty(); piece = reply.Next()) {
+    if (!memory.Write(address, piece)) return false;
+    address += piece.size();
+  }
+  return true;
+}
+
 }  // namespace
 
 // Both structures are as long as the running kernel says, which may be longer than in these
 // headers.
-InterceptedCalls::InterceptedCalls(int listener, const SimulatedNode& node, Datapath& datapath)
+InterceptedCalls::InterceptedCalls(int listener, const SimulatedNode& node, Executor& datapath)
     : listener_(listener), node_(node), datapath_(datapath) {
   seccomp_notif_resp* allocated = nullptr;
   if (seccomp_notify_alloc(nullptr, &allocated) != 0) throw std::bad_alloc();
@@ -114,9 +150,7 @@ void InterceptedCalls::AnswerIoctl(const seccomp_notif& call) {
   if (BelongsToLinux(code) || !node_.IsBehind(static_cast<pid_t>(call.pid), descriptor)) {
     return Continue(call);
   }
-  // Before the envelope is looked at: the argument of a foreign request, such as that of isatty(),
-  // is no envelope.
-  if (!datapath_.Handles(code)) return Return(call, ENOTTY);
+  if (code > kHighestCode) return Return(call, ENOTTY);
   try {
     Return(call, Exchange(call, code, call.data.args[2]));
   } catch (const std::bad_alloc&) {
@@ -126,25 +160,26 @@ void InterceptedCalls::AnswerIoctl(const seccomp_notif& call) {
 
 int InterceptedCalls::Exchange(const seccomp_notif& call, uint32_t code, uint64_t address) {
   const CallerMemory memory(static_cast<pid_t>(call.pid));
-  std::array<std::byte, kEnvelopeLength> envelope{};
-  if (!memory.Read(address, envelope)) return EFAULT;
-  const auto inLength = Decode<uint32_t>(envelope, kInLength);
-  const auto capacity = Decode<uint32_t>(envelope, kOutLength);
+  Envelope envelope(memory, address);
+  if (!envelope.Read()) return EFAULT;
+  const auto inLength = envelope.Field<uint32_t>(kInLength);
   if (inLength > kLongestInput) return EINVAL;
   std::vector<std::byte> input(inLength);
-  if (!memory.Read(Decode<uint64_t>(envelope, kInBuffer), input)) return EFAULT;
+  if (!memory.Read(envelope.Field<uint64_t>(kInBuffer), input)) return EFAULT;
 
   // The thread's number may belong to another process by now.
   if (!IsWaiting(call)) return ESRCH;
-  // An envelope that can't take the length of the reply must fail before the command has an effect.
-  const auto outLength = std::span(envelope).subspan(kOutLength, sizeof(uint32_t));
-  if (!memory.Write(address + kOutLength, outLength)) return EFAULT;
-
-  const Answer answer = datapath_.Handle(code, input, capacity);
+  const auto thread = static_cast<pid_t>(call.pid);
+  Answer answer = datapath_.Execute({.process = thread,
+                                     .thread = thread,
+                                     .node = Node::Normal,
+                                     .code = code,
+                                     .input = input,
+                                     .capacity = envelope.Field<uint32_t>(kOutLength),
+                                     .destination = envelope});
   if (answer.error != 0) return answer.error;
-  if (!memory.Write(Decode<uint64_t>(envelope, kOutBuffer), answer.reply)) return EFAULT;
-  const auto produced = static_cast<uint32_t>(answer.reply.size());
-  return memory.Write(address + kOutLength, std::as_bytes(std::span(&produced, 1))) ? 0 : EFAULT;
+  if (!Deliver(answer.reply, memory, envelope.Field<uint64_t>(kOutBuffer))) return EFAULT;
+  return envelope.WriteLength(answer.claimed.value_or(answer.reply.size())) ? 0 : EFAULT;
 }
 
 bool InterceptedCalls::IsWaiting(const seccomp_notif& call) const {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "datapath.h"
+#include "call.h"
 #include "simulated_node.h"
 
 namespace vdrsim {
@@ -16,7 +16,7 @@ namespace vdrsim {
 class InterceptedCalls {
  public:
   // Throws std::bad_alloc.
-  InterceptedCalls(int listener, const SimulatedNode& node, Datapath& datapath);
+  InterceptedCalls(int listener, const SimulatedNode& node, Executor& datapath);
 
   // Answers one waiting call. Call it when the listener is readable.
   void AnswerNext();
@@ -41,7 +41,7 @@ class InterceptedCalls {
 
   int listener_;
   const SimulatedNode& node_;
-  Datapath& datapath_;
+  Executor& datapath_;
   std::unique_ptr<seccomp_notif_resp, FreeResponse> response_;
 };
 

@@ -7,20 +7,20 @@ namespace vdrsim {
 namespace {
 
 template <uint32_t State::*Setting>
-Answer Get(State& state, const Input&) {
-  Answer answer{.reply = std::vector<std::byte>(sizeof(uint32_t))};
-  std::memcpy(answer.reply.data(), &(state.*Setting), sizeof(uint32_t));
-  return answer;
+Outcome Get(State& state, const Input&) {
+  Outcome outcome{.reply = std::vector<std::byte>(sizeof(uint32_t))};
+  std::memcpy(outcome.reply.data(), &(state.*Setting), sizeof(uint32_t));
+  return outcome;
 }
 
 template <uint32_t State::*Setting>
-Answer Set(State& state, const Input& input) {
+Outcome Set(State& state, const Input& input) {
   state.*Setting = input.Word(0);
   return {};
 }
 
 // The notice changes nothing: the simulated module stays where it is.
-Answer PreUnload(State& state, const Input&) {
+Outcome PreUnload(State& state, const Input&) {
   state.preUnloadAnnounced = true;
   return {};
 }

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <utility>
+
+namespace vdrsim {
+
+// Which of the two device nodes a command came through.
+enum class Node : uint8_t { Normal, Upgrade };
+
+// Where the reply to a command goes.
+class Destination {
+ public:
+  // Tells whether `length` bytes of reply, and their number, could be written now. Changes nothing,
+  // and may wait for the caller's memory, so nothing may be locked meanwhile.
+  virtual bool Takes(uint32_t length) = 0;
+
+ protected:
+  ~Destination() = default;
+};
+
+// One command as a caller gave it.
+struct Call {
+  pid_t process;
+  pid_t thread;
+  Node node;
+  uint32_t code;
+  std::span<const std::byte> input;
+  uint32_t capacity;  // room that the caller has for the reply, in bytes
+  Destination& destination;
+};
+
+// The bytes of a reply, in pieces. Their total is known before the first is made.
+class Reply {
+ public:
+  // A reply of up to this size is held in place; that of every single object is.
+  static constexpr uint32_t kInlineRoom = 1056;
+
+  // Makes the pieces of a large reply one after another.
+  class Source {
+   public:
+    virtual ~Source() = default;
+
+    // The next piece, valid until the next call; an empty one at the end.
+    virtual std::span<const std::byte> Next() noexcept = 0;
+  };
+
+  Reply() = default;
+  // `size` bytes that `source` makes.
+  Reply(uint32_t size, std::unique_ptr<Source> source) : size_(size), source_(std::move(source)) {}
+  // A copy of at most kInlineRoom bytes.
+  explicit Reply(std::span<const std::byte> bytes) : size_(static_cast<uint32_t>(bytes.size())) {
+    std::ranges::copy(bytes, inline_.begin());
+  }
+
+  uint32_t size() const { return size_; }
+
+  // The next piece, valid until the next call and as long as this reply stays in its place; an
+  // empty one at the end.
+  std::span<const std::byte> Next() noexcept {
+    if (source_) return source_->Next();
+    return std::span(inline_).first(std::exchange(isTaken_, true) ? 0 : size_);
+  }
+
+ private:
+  uint32_t size_ = 0;
+  bool isTaken_ = false;
+  std::unique_ptr<Source> source_{};
+  std::array<std::byte, kInlineRoom> inline_;
+};
+
+// What comes back: an errno value without reply, or 0 and the reply. The caller is told the length
+// of the reply, or what is claimed instead: a short, an empty or an over-long reply.
+struct Answer {
+  int error = 0;
+  Reply reply{};
+  std::optional<uint32_t> claimed{};
+};
+
+// A link of the chain between the callers and the datapath, or its end. For use by several threads
+// at once.
+class Executor {
+ public:
+  // A command that fails has had no effect.
+  virtual Answer Execute(const Call& call) noexcept = 0;
+
+ protected:
+  ~Executor() = default;
+};
+
+}  // namespace vdrsim
