@@ -162,10 +162,10 @@ static_assert(offsetof(BridgeBfdSessionRecord, qword31) == 31, "BridgeBfdSession
  *
  * lifName       LIF name, text of at most 63 characters (a longer one is cut), required; NULL is
  *               not tested and faults.
- * secondName    Text of the same kind whose meaning is the kernel's, sent at offset 256, required;
- *               NULL is not tested and faults.
+ * secondName    Text of the same kind whose meaning is the kernel's, required; NULL is not tested
+ *               and faults.
  * value1, value2, value3
- *               u32 each, whose meaning is the kernel's, sent at offsets 544, 548 and 520.
+ *               u32 each, whose meaning is the kernel's.
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
  * set           0 clears the mark, any other value sets it. It chooses between two commands; the
@@ -182,19 +182,18 @@ VDRZAX_API int VDRZAX_SetBridgeLif(const char* lifName, const char* secondName, 
  *
  * lifName       LIF name, text of at most 63 characters (a longer one is cut), required; NULL is
  *               not tested and faults.
- * secondName    Text of the same kind whose meaning is the kernel's, sent at offset 256, required;
- *               NULL is not tested and faults.
+ * secondName    Text of the same kind whose meaning is the kernel's, required; NULL is not tested
+ *               and faults.
  * endpointName  Endpoint name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
  * value1, value2
- *               u32 each, whose meaning is the kernel's, sent at offsets 544 and 548.
- * fourthName    Text of the same kind whose meaning is the kernel's, sent at offset 448, required;
- *               NULL is not tested and faults.
- * tag           u16 whose meaning is the kernel's, sent at offset 720.
- * flag1         One byte whose meaning is the kernel's, sent at offset 786.
- * fifthName     Text of the same kind whose meaning is the kernel's, sent at offset 722 right
- *               behind the tag, required; NULL is not tested and faults.
- * flag2         One byte whose meaning is the kernel's, sent at offset 787.
+ *               u32 each, whose meaning is the kernel's.
+ * fourthName    Text of the same kind whose meaning is the kernel's, required; NULL is not tested
+ *               and faults.
+ * tag           u16 whose meaning is the kernel's.
+ * flag1, flag2  One byte each, whose meaning is the kernel's.
+ * fifthName     Text of the same kind whose meaning is the kernel's, required; NULL is not tested
+ *               and faults.
  *
  * Returns 0, or -1 with the errno of the device.
  */
@@ -272,37 +271,53 @@ VDRZAX_API int VDRZAX_GetBridgeNetworks(const char* name1, const char* name2, Re
  * VDRZAX_ReleaseBridgePorts. What the list getters share is said at the top.
  *
  * name1, name2  As for VDRZAX_GetBridgeNetworks: both required, only the second is sent.
- * network       u16 that selects the network, sent as u32 at offset 260.
- * value         u32 whose meaning is the kernel's, sent at offset 264.
+ * network       u16 that selects the network, sent as u32.
+ * value         u32 whose meaning is the kernel's.
  */
 VDRZAX_API int VDRZAX_GetBridgePorts(const char* name1, const char* name2, uint16_t network,
                                      uint32_t value, RecordList** out);
 
 /*
- * Fetch bridge instances, networks or ports into a header of the caller's. Arguments, result and
- * errors are those of the getters; what the fetches share is said at the top.
+ * Fetch all bridge instances into `list`, a header of the caller's. What the fetches share is said
+ * at the top; the rest is as VDRZAX_GetBridgeInstances.
  *
  * After a failed command the header is not freed: it still belongs to the caller, as it was. The
- * getters cannot know this path from the others, so their header of 16 bytes is lost on it; agents
+ * getter cannot know this path from the others, so its header of 16 bytes is lost on it; agents
  * that go on using the header they passed to a fetch depend on that.
  */
 VDRZAX_API int VDRZAXGetBridgeInstances(RecordList* list);
+
+/*
+ * Fetch the networks of a bridge into `list`, a header of the caller's, which stays the caller's
+ * after a failed command as with VDRZAXGetBridgeInstances. name1 and name2 as
+ * VDRZAX_GetBridgeNetworks.
+ */
 VDRZAX_API int VDRZAXGetBridgeNetworks(const char* name1, const char* name2, RecordList* list);
+
+/*
+ * Fetch the ports of a bridge into `list`, a header of the caller's, which stays the caller's after
+ * a failed command as with VDRZAXGetBridgeInstances. The other arguments as VDRZAX_GetBridgePorts.
+ */
 VDRZAX_API int VDRZAXGetBridgePorts(const char* name1, const char* name2, uint16_t network,
                                     uint32_t value, RecordList* list);
 
 /*
- * Read the statistics (146 bytes) or the status (229 bytes) of the bridge endpoint of a LIF.
+ * Read the statistics of the bridge endpoint of a LIF.
  *
  * lifName  LIF name, text of at most 63 characters (a longer one is cut), required; NULL is not
  *          tested and faults.
- * buffer   146 or 229 bytes of the caller's, required; NULL is not tested, it is given to the
- *          kernel. The kernel writes straight into it; the library does not look at the bytes.
+ * buffer   146 bytes of the caller's, required; NULL is not tested, it is given to the kernel. The
+ *          kernel writes straight into it; the library does not look at the bytes.
  *
  * The length of the reply is not handed back. Returns 0, or -1 with the errno of the device; the
  * buffer then holds what the kernel wrote, or is untouched.
  */
 VDRZAX_API int VDRZAX_GetBeStats(const char* lifName, void* buffer);
+
+/*
+ * Read the status of the bridge endpoint of a LIF: as VDRZAX_GetBeStats, into a buffer of 229
+ * bytes.
+ */
 VDRZAX_API int VDRZAX_GetBeStatus(const char* lifName, void* buffer);
 
 /*
@@ -328,9 +343,16 @@ VDRZAX_API void VDRZAX_ReleaseBridgeInstance(BridgeInstanceRecord* record);
  */
 VDRZAX_API void VDRZAX_ReleaseBridgeNetwork(BridgeNetworkRecord* record);
 
-/* Free a list of the getter or the fetch of the same name, entries and header. NULL is ignored. */
+/*
+ * Free a list of VDRZAX_GetBridgeInstances or VDRZAXGetBridgeInstances, entries and header. NULL is
+ * ignored.
+ */
 VDRZAX_API void VDRZAX_ReleaseBridgeInstances(RecordList* list);
+
+/* Free a list of bridge networks, as VDRZAX_ReleaseBridgeInstances. */
 VDRZAX_API void VDRZAX_ReleaseBridgeNetworks(RecordList* list);
+
+/* Free a list of bridge ports, as VDRZAX_ReleaseBridgeInstances. */
 VDRZAX_API void VDRZAX_ReleaseBridgePorts(RecordList* list);
 
 /*
@@ -339,17 +361,18 @@ VDRZAX_API void VDRZAX_ReleaseBridgePorts(RecordList* list);
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * segment       u16 that selects the segment, sent as u32 at offset 260. The commands that change
- *               the database take it as u32; only here callers pass the narrow form.
- * selector      u32 whose meaning is the kernel's, sent at offset 264.
+ * segment       u16 that selects the segment, sent as u32. The commands that change the database
+ *               take it as u32; only here callers pass the narrow form.
+ * selector      u32 whose meaning is the kernel's.
  */
 VDRZAX_API int VDRZAX_GetBridgeFdbEntries(const char* instanceName, uint16_t segment,
                                           uint32_t selector, RecordList** out);
 
 /*
- * Fetch the forwarding database into a header of the caller's. Arguments, result and errors are
- * those of the getter; what the fetches share is said at the top. After a failed command the header
- * still belongs to the caller, as with VDRZAXGetBridgeInstances, and that of the getter is lost.
+ * Fetch the forwarding database of a bridge into `list`, a header of the caller's, which stays the
+ * caller's after a failed command as with VDRZAXGetBridgeInstances, while that of the getter is
+ * lost. The other arguments as VDRZAX_GetBridgeFdbEntries; what the fetches share is said at the
+ * top.
  */
 VDRZAX_API int VDRZAXGetBridgeFdbEntries(const char* instanceName, uint16_t segment,
                                          uint32_t selector, RecordList* list);
@@ -361,10 +384,10 @@ VDRZAX_API int VDRZAXGetBridgeFdbEntries(const char* instanceName, uint16_t segm
  *               is not tested and faults.
  * macText       Hardware address as text, six two-digit hexadecimal groups with separators. At most
  *               17 characters are sent (a longer text is cut). NULL leaves the field zero.
- * segment       u32 that selects the segment, sent at offset 260.
- * selector      u32 whose meaning is the kernel's, sent at offset 264.
- * value         u32 whose meaning is the kernel's, sent at offset 272.
- * flag          One byte whose meaning is the kernel's, sent at offset 294.
+ * segment       u32 that selects the segment.
+ * selector      u32 whose meaning is the kernel's.
+ * value         u32 whose meaning is the kernel's.
+ * flag          One byte whose meaning is the kernel's.
  *
  * Returns 0, or -1 with the errno of the device.
  */
@@ -379,7 +402,10 @@ VDRZAX_API int VDRZAX_BridgeSetFdbEntry(const char* instanceName, const char* ma
 VDRZAX_API int VDRZAX_BridgeClearFdbTable(const char* instanceName, uint32_t segment,
                                           uint32_t selector);
 
-/* Free a list of VDRZAX_GetBridgeFdbEntries, entries and header. NULL is ignored. */
+/*
+ * Free a list of VDRZAX_GetBridgeFdbEntries or VDRZAXGetBridgeFdbEntries, entries and header. NULL
+ * is ignored.
+ */
 VDRZAX_API void VDRZAX_ReleaseBridgeFdbEntries(RecordList* list);
 
 /*
@@ -390,7 +416,7 @@ VDRZAX_API void VDRZAX_ReleaseBridgeFdbEntries(RecordList* list);
  * commandCode   u32, the command to send. The library neither checks nor maps it, so that agents
  *               reach configuration commands that are newer than the library. It is passed to
  *               VDRZAXIoctl as an int: 2^31 and more reach the kernel sign-extended.
- * value         u32, sent at offset 296 whatever the command. A command that takes its value
+ * value         u32, sent in one place whatever the command. A command that takes its value
  *               elsewhere finds zero there.
  *
  * Returns 0, or -1 with the errno of the device. No command sent so can return anything.
@@ -399,49 +425,63 @@ VDRZAX_API int VDRZAX_BridgeSetConfig(const char* instanceName, uint32_t command
                                       uint32_t value);
 
 /*
- * Add a bridge to a router instance, delete one, or set the administrative state of high
- * availability.
+ * Add a bridge to a router instance.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * value, state  u32 whose meaning is the kernel's, sent as four bytes at offset 256.
+ * value         u32 whose meaning is the kernel's.
  *
  * Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_BridgeAdd(const char* instanceName, uint32_t value);
+
+/* Delete a bridge of a router instance. instanceName, value and result as VDRZAX_BridgeAdd. */
 VDRZAX_API int VDRZAX_BridgeDel(const char* instanceName, uint32_t value);
+
+/*
+ * Set the administrative state of the high availability of a router instance's bridges. `state` is
+ * a u32 whose meaning is the kernel's; instanceName and result as VDRZAX_BridgeAdd.
+ */
 VDRZAX_API int VDRZAX_BridgeSetHAAdminState(const char* instanceName, uint32_t state);
 
 /*
- * Enable or disable a bridge of a router instance.
+ * Enable a bridge of a router instance.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * value         One byte whose meaning is the kernel's, sent at offset 256. The kernel reads one
- *               byte there for these two commands; 257 to 259 stay zero.
+ * value         One byte whose meaning is the kernel's. VDRZAX_BridgeAdd sends four bytes in this
+ *               place, but here the kernel reads one.
  *
  * Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_BridgeEnable(const char* instanceName, uint8_t value);
+
+/* Disable a bridge of a router instance. instanceName, value and result as VDRZAX_BridgeEnable. */
 VDRZAX_API int VDRZAX_BridgeDisable(const char* instanceName, uint8_t value);
 
 /*
- * List bridge clusters (at most 10 BridgeClusterRecord, to be given to
- * VDRZAX_ReleaseBridgeClusters) or cluster nodes (at most 100 BridgeClusterNodeRecord, to be given
- * to VDRZAX_ReleaseBridgeClusterNodes). What the list getters share is said at the top.
+ * List bridge clusters: at most 10 BridgeClusterRecord, to be given to
+ * VDRZAX_ReleaseBridgeClusters. What the list getters share is said at the top.
  *
  * name  Name of the cluster's owner, text of at most 63 characters (a longer one is cut), or NULL
  *       for none: the field is then zero.
  */
 VDRZAX_API int VDRZAX_GetBridgeClusters(const char* name, RecordList** out);
+
+/*
+ * List the nodes of bridge clusters: at most 100 BridgeClusterNodeRecord, to be given to
+ * VDRZAX_ReleaseBridgeClusterNodes. `name` as VDRZAX_GetBridgeClusters.
+ */
 VDRZAX_API int VDRZAX_GetBridgeClusterNodes(const char* name, RecordList** out);
 
 /*
- * Fetch bridge clusters or cluster nodes into a header of the caller's. Arguments, result and
- * errors are those of the getters; what the fetches share is said at the top. After a failed
- * command the header was freed, as after any other failure.
+ * Fetch bridge clusters into `list`, a header of the caller's. What the fetches share is said at
+ * the top; `name` as VDRZAX_GetBridgeClusters. After a failed command the header was freed, as
+ * after any other failure.
  */
 VDRZAX_API int VDRZAXGetBridgeClusters(const char* name, RecordList* list);
+
+/* Fetch the nodes of bridge clusters into `list`, as VDRZAXGetBridgeClusters. */
 VDRZAX_API int VDRZAXGetBridgeClusterNodes(const char* name, RecordList* list);
 
 /*
@@ -488,7 +528,7 @@ VDRZAX_API int VDRZAX_FlushBridgeCluster(const char* name, uint8_t all);
  *
  * name   Name of the cluster's owner, text of at most 63 characters (a longer one is cut), or NULL
  *        for none: the field is then zero.
- * level  One byte whose meaning is the kernel's, sent at offset 256.
+ * level  One byte whose meaning is the kernel's.
  *
  * Returns 0, or -1 with the errno of the device.
  */
@@ -499,28 +539,33 @@ VDRZAX_API int VDRZAX_SetBridgeClusterDebug(const char* name, uint8_t level);
  *
  * name            Name of the cluster's owner, text of at most 63 characters (a longer one is cut),
  *                 required; NULL is not tested and faults.
- * profile         One byte whose meaning is the kernel's, sent at offset 256.
- * value1, value2  u32 each, whose meaning is the kernel's, sent at offsets 260 and 264.
+ * profile         One byte whose meaning is the kernel's.
+ * value1, value2  u32 each, whose meaning is the kernel's.
  *
  * Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_BridgeClusterBfdHAProfileSet(const char* name, uint8_t profile,
                                                    uint32_t value1, uint32_t value2);
 
-/* Free a list of the getter or the fetch of the same name, entries and header. NULL is ignored. */
+/*
+ * Free a list of VDRZAX_GetBridgeClusters or VDRZAXGetBridgeClusters, entries and header. NULL is
+ * ignored.
+ */
 VDRZAX_API void VDRZAX_ReleaseBridgeClusters(RecordList* list);
+
+/* Free a list of cluster nodes, as VDRZAX_ReleaseBridgeClusters. */
 VDRZAX_API void VDRZAX_ReleaseBridgeClusterNodes(RecordList* list);
 
 /*
  * Set the local transport node, or clear it. There is one a host, so no instance is named.
  *
- * name1, name2  Text of at most 63 characters each (a longer one is cut), sent at offsets 256 and
- *               320, required; NULL is not tested and faults.
- * name3         Text of at most 15 characters (a longer one is cut), sent at offset 384, required;
- *               NULL is not tested and faults.
- * value         u32 whose meaning is the kernel's, sent at offset 400.
- * bytes         64 bytes whose meaning is the kernel's, sent at offset 404 as they stand, required;
- *               NULL is not tested and faults. They are no text: a zero byte does not end them.
+ * name1, name2  Text of at most 63 characters each (a longer one is cut), required; NULL is not
+ *               tested and faults.
+ * name3         Text of at most 15 characters (a longer one is cut), required; NULL is not tested
+ *               and faults.
+ * value         u32 whose meaning is the kernel's.
+ * bytes         64 bytes whose meaning is the kernel's, sent as they stand, required; NULL is not
+ *               tested and faults. They are no text: a zero byte does not end them.
  * set           0 clears, any other value sets. It chooses between two commands; the request of
  *               both is the same, because the kernel clears exactly what was set.
  *
@@ -535,7 +580,7 @@ VDRZAX_API int VDRZAX_BridgeLocalTransportNodeSet(const char* name1, const char*
  *
  * buffer    2048 bytes of the caller's, required; NULL is not tested, it is given to the kernel.
  *           The kernel writes straight into it; the library does not look at the bytes.
- * selector  u32 whose meaning is the kernel's, sent at offset 468.
+ * selector  u32 whose meaning is the kernel's.
  *
  * The length of the reply is not handed back. Returns 0, or -1 with the errno of the device; the
  * buffer then holds what the kernel wrote, or is untouched.
@@ -543,30 +588,44 @@ VDRZAX_API int VDRZAX_BridgeLocalTransportNodeSet(const char* name1, const char*
 VDRZAX_API int VDRZAX_BridgeGetLocalTransportNode(void* buffer, uint32_t selector);
 
 /*
- * List bridge endpoints (at most 28672 BridgeEndpointRecord, to be given to
- * VDRZAX_ReleaseBridgeEndpoints) or their BFD sessions (at most 2867200 BridgeBfdSessionRecord, to
- * be given to VDRZAX_ReleaseBridgeBFDSessions). What the list getters share is said at the top.
+ * List bridge endpoints: at most 28672 BridgeEndpointRecord, to be given to
+ * VDRZAX_ReleaseBridgeEndpoints. What the list getters share is said at the top.
  *
  * name  Instance name, text of at most 63 characters (a longer one is cut), or NULL for none: the
  *       field is then zero.
+ */
+VDRZAX_API int VDRZAX_GetBridgeEndpoints(const char* name, RecordList** out);
+
+/*
+ * List the BFD sessions of bridge endpoints: at most 2867200 BridgeBfdSessionRecord, to be given to
+ * VDRZAX_ReleaseBridgeBFDSessions. `name` as VDRZAX_GetBridgeEndpoints.
  *
  * There may be 100 BFD sessions an endpoint, so every list of sessions reserves a reply buffer of
  * 111820800 bytes, and as much again for its entries, whatever the kernel returns. ENOMEM is to be
  * expected on a small host.
  */
-VDRZAX_API int VDRZAX_GetBridgeEndpoints(const char* name, RecordList** out);
 VDRZAX_API int VDRZAX_GetBridgeBFDSessions(const char* name, RecordList** out);
 
 /*
- * Fetch bridge endpoints or BFD sessions into a header of the caller's. Arguments, result and
- * errors are those of the getters; what the fetches share is said at the top. After a failed
- * command the header was freed, as after any other failure.
+ * Fetch bridge endpoints into `list`, a header of the caller's. What the fetches share is said at
+ * the top; `name` as VDRZAX_GetBridgeEndpoints. After a failed command the header was freed, as
+ * after any other failure.
  */
 VDRZAX_API int VDRZAXGetBridgeEndpoints(const char* name, RecordList* list);
+
+/*
+ * Fetch the BFD sessions of bridge endpoints into `list`, as VDRZAXGetBridgeEndpoints, with the
+ * memory that VDRZAX_GetBridgeBFDSessions tells of.
+ */
 VDRZAX_API int VDRZAXGetBridgeBFDSessions(const char* name, RecordList* list);
 
-/* Free a list of the getter or the fetch of the same name, entries and header. NULL is ignored. */
+/*
+ * Free a list of VDRZAX_GetBridgeEndpoints or VDRZAXGetBridgeEndpoints, entries and header. NULL is
+ * ignored.
+ */
 VDRZAX_API void VDRZAX_ReleaseBridgeEndpoints(RecordList* list);
+
+/* Free a list of BFD sessions, as VDRZAX_ReleaseBridgeEndpoints. */
 VDRZAX_API void VDRZAX_ReleaseBridgeBFDSessions(RecordList* list);
 
 /*
@@ -574,8 +633,8 @@ VDRZAX_API void VDRZAX_ReleaseBridgeBFDSessions(RecordList* list);
  *
  * portName  Name of the port, text of at most 63 characters (a longer one is cut), required; NULL
  *           is not tested and faults.
- * name2     Text of at most 15 characters (a longer one is cut), sent at offset 320, required; NULL
- *           is not tested and faults.
+ * name2     Text of at most 15 characters (a longer one is cut), required; NULL is not tested and
+ *           faults.
  * mac       Hardware address, pointer to 6 bytes, or NULL for none: the field is then zero.
  *
  * Returns 0, or -1 with the errno of the device.

@@ -27,7 +27,7 @@ typedef struct IoctlEnvelope {
   void* outBuffer;      /* reply, NULL without output */
 } IoctlEnvelope;
 
-/* The input block of almost every command. Fields lie at fixed byte offsets, without alignment. */
+/* The input block of almost every command. Its fields have fixed places, without alignment. */
 typedef struct IoctlParams {
   uint8_t bytes[968];
 } IoctlParams;

@@ -15,13 +15,12 @@ extern "C" {
 
 #pragma pack(push, 1)
 
-/* One entry of the E2I table, byte for byte as the datapath reports it. Its layout is the kernel's.
- */
+/* One entry of the E2I table, byte for byte as the datapath reports it, in the kernel's layout. */
 typedef struct E2IEntry {
   uint8_t bytes[26];
 } E2IEntry;
 
-/* The E2I table. The header is packed: the pointer stands unaligned at offset 4. */
+/* The E2I table. The header is packed: the pointer stands unaligned behind the count. */
 typedef struct E2ITable {
   int32_t count;
   E2IEntry* entries; /* count entries in one array */
@@ -36,9 +35,9 @@ static_assert(offsetof(E2ITable, entries) == 4, "E2ITable.entries");
 /*
  * Add an entry to the E2I table.
  *
- * key     u32 that the entry is known by, sent at offset 256.
+ * key     u32 that the entry is known by.
  * value2, value4, value5
- *         u32 each, whose meaning is the kernel's, sent at offsets 260, 272 and 276.
+ *         u32 each, whose meaning is the kernel's.
  * mac     Hardware address of 6 bytes, required; NULL is not tested and faults, because the kernel
  *         knows no entry without an address.
  *
@@ -99,7 +98,7 @@ VDRZAX_API void VDRZAX_ReleaseE2ITable(E2ITable* table);
 /*
  * Add a physical MAC.
  *
- * value  u32 whose meaning is the kernel's, sent at offset 256.
+ * value  u32 whose meaning is the kernel's.
  * mac    Hardware address of 6 bytes, or NULL for none: its place stays zero.
  *
  * Returns 0, or -1 with the errno of the device.
@@ -107,7 +106,7 @@ VDRZAX_API void VDRZAX_ReleaseE2ITable(E2ITable* table);
 VDRZAX_API int VDRZAX_AddPmac(uint32_t value, const MacValue* mac);
 
 /*
- * Delete a physical MAC. It is named by the address alone: nothing is sent at offset 256.
+ * Delete a physical MAC. It is named by the address alone: the value it was added with is not sent.
  *
  * mac  Hardware address of 6 bytes, or NULL for none: its place stays zero.
  *

@@ -126,11 +126,11 @@ VDRZAX_API int VDRZAX_GetInstances(const char* name, uint8_t filter, RecordList*
  * Create a router instance, or update it when it exists.
  *
  * name    Instance name, text of at most 63 characters (a longer one is cut), required.
- * second  u32 whose meaning is the kernel's, sent at offset 256.
+ * second  u32 whose meaning is the kernel's.
  * text    Text of at most 18 characters, or NULL for none. Unlike every other text it is sent
  *         without a forced terminator, because the kernel takes all 18 bytes.
- * fourth  u32 whose meaning is the kernel's, sent at offset 352.
- * flag    One byte whose meaning is the kernel's, sent at offset 368.
+ * fourth  u32 whose meaning is the kernel's.
+ * flag    One byte whose meaning is the kernel's.
  *
  * Returns 0, or -1 with EINVAL (name is NULL) or the errno of the device.
  */
@@ -192,8 +192,7 @@ VDRZAX_API int VDRZAX_GetVdrInstanceCPStats(const char* name, StatsRecord** out)
 VDRZAX_API int VDRZAX_ResetVdrInstanceCPStats(const char* name);
 
 /*
- * Read the counters of a logical interface. The second function asks the kernel for those that it
- * has cached, the first for fresh ones.
+ * Read the counters of a logical interface. The kernel gathers them afresh.
  *
  * instanceName   Instance name, text of at most 63 characters (a longer one is cut), required.
  * interfaceName  LIF name, text of at most 63 characters (a longer one is cut), required; NULL is
@@ -206,6 +205,11 @@ VDRZAX_API int VDRZAX_ResetVdrInstanceCPStats(const char* name);
  */
 VDRZAX_API int VDRZAX_GetLifStats(const char* instanceName, const char* interfaceName,
                                   StatsRecord** out);
+
+/*
+ * Read the counters of a logical interface that the kernel has cached. All else as
+ * VDRZAX_GetLifStats.
+ */
 VDRZAX_API int VDRZAX_GetLifStatsCached(const char* instanceName, const char* interfaceName,
                                         StatsRecord** out);
 
@@ -272,37 +276,48 @@ VDRZAX_API int VDRZAX_CPActivate(uint32_t value);
  * Set the control-plane address of a router instance.
  *
  * name     Instance name, text of at most 63 characters (a longer one is cut), required.
- * address  u32 IPv4 address in the byte order given.
+ * address  u32 IPv4 address, not converted.
  *
  * Returns 0, or -1 with EINVAL (name is NULL) or the errno of the device.
  */
 VDRZAX_API int VDRZAX_SetCPIp(const char* name, uint32_t address);
 
 /*
- * Read a setting of the datapath: the log level, the extended log level, the statistics level, the
- * size of the transmit dispatch queue.
+ * Read the log level of the datapath.
  *
- * level, size  Where the u32 is stored; NULL gives EINVAL and sends nothing.
+ * level  Where the u32 is stored; NULL gives EINVAL and sends nothing.
  *
  * What a value means is the kernel's. Returns 0, or -1 with EINVAL or the errno of the device; the
  * caller's variable is then untouched. The length of the reply is not examined: a kernel that
  * succeeds with fewer than 4 bytes leaves the value undefined.
  */
 VDRZAX_API int VDRZAX_GetLogLevel(uint32_t* level);
+
+/* Read the extended log level of the datapath, as VDRZAX_GetLogLevel. */
 VDRZAX_API int VDRZAX_GetExtendedLogLevel(uint32_t* level);
+
+/* Read the statistics level of the datapath, as VDRZAX_GetLogLevel. */
 VDRZAX_API int VDRZAX_GetStatsLevel(uint32_t* level);
+
+/* Read the size of the transmit dispatch queue of the datapath, as VDRZAX_GetLogLevel. */
 VDRZAX_API int VDRZAX_GetTxDispQueueSize(uint32_t* size);
 
 /*
- * Change a setting of the datapath.
+ * Set the log level of the datapath.
  *
- * level, size  u32, passed on unchanged; the kernel decides what it means and may refuse it.
+ * level  u32, passed on unchanged; the kernel decides what it means and may refuse it.
  *
  * Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_SetLogLevel(uint32_t level);
+
+/* Set the extended log level of the datapath, as VDRZAX_SetLogLevel. */
 VDRZAX_API int VDRZAX_SetExtendedLogLevel(uint32_t level);
+
+/* Set the statistics level of the datapath, as VDRZAX_SetLogLevel. */
 VDRZAX_API int VDRZAX_SetStatsLevel(uint32_t level);
+
+/* Set the size of the transmit dispatch queue of the datapath, as VDRZAX_SetLogLevel. */
 VDRZAX_API int VDRZAX_SetTxDispQueueSize(uint32_t size);
 
 /*
@@ -342,19 +357,25 @@ VDRZAX_API int VDRZAX_PlumbVdrConnection(const char* connectionName, const char*
 VDRZAX_API int VDRZAX_UnPlumbVdrConnection(const char* connectionName);
 
 /*
- * Read all connections, one connection, the virtual MAC address of a connection.
+ * Read all connections.
  *
- * connectionName  Text of at most 63 characters (a longer one is cut), required; NULL is not tested
- *                 and faults.
- * buffer          Memory of the caller's, required, of at least 131072 bytes for all connections,
- *                 152 for one, 6 for a MAC address. NULL is not tested: the kernel decides.
+ * buffer  At least 131072 bytes of the caller's, required. NULL is not tested: the kernel decides.
  *
  * The kernel writes straight into the buffer, in a layout of its own. How many bytes it wrote is
  * not reported: clear the buffer first to tell. Returns 0, or -1 with the errno of the device; the
  * buffer then holds what the kernel left there.
  */
 VDRZAX_API int VDRZAX_GetConnections(void* buffer);
+
+/*
+ * Read one connection, into at least 152 bytes. `buffer` and result as VDRZAX_GetConnections.
+ *
+ * connectionName  Text of at most 63 characters (a longer one is cut), required; NULL is not tested
+ *                 and faults.
+ */
 VDRZAX_API int VDRZAX_GetConnection(const char* connectionName, void* buffer);
+
+/* Read the virtual MAC address of a connection, 6 bytes, as VDRZAX_GetConnection. */
 VDRZAX_API int VDRZAX_GetVMAC(const char* connectionName, void* buffer);
 
 /*

@@ -13,6 +13,7 @@ extern "C" {
 
 #pragma pack(push, 1)
 
+/* One sub-entry of a LIF. What its numbers mean is the kernel's. */
 typedef struct LifSubEntry {
   uint32_t words0[5];
   uint8_t byte20;
@@ -71,8 +72,8 @@ static_assert(offsetof(LifRecord, skipped705) == 705, "LifRecord.skipped705");
  *               is not tested and faults.
  * auxName       Second name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * a3 to a7      u32 each, whose meaning is the kernel's. They are sent at offsets 512, 516, 544,
- *               548 and 520.
+ * a3, a4, a5, a6, a7
+ *               u32 each, whose meaning is the kernel's.
  * flagsWord     The low 29 bits are sent as flags, the high three choose the mode byte: 1 when
  *               bit 29 is set, else 2 for bit 30, else 3 for bit 31, else 0. Of several bits the
  *               lowest wins, because the kernel takes one mode.
@@ -99,7 +100,7 @@ VDRZAX_API int VDRZAX_SetLif(const char* lifName, const char* auxName, uint32_t 
 VDRZAX_API int VDRZAX_DelLif(const char* lifName, const char* auxName, const char* instanceName);
 
 /*
- * Read one LIF, or one bridge LIF.
+ * Read one LIF.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required.
  * lifName       LIF name, text of at most 63 characters (a longer one is cut), required.
@@ -111,6 +112,8 @@ VDRZAX_API int VDRZAX_DelLif(const char* lifName, const char* auxName, const cha
  * allocated; it is NULL after EBADMSG and when the record could not be allocated.
  */
 VDRZAX_API int VDRZAX_GetLif(const char* instanceName, const char* lifName, LifRecord** out);
+
+/* Read one bridge LIF, as VDRZAX_GetLif. */
 VDRZAX_API int VDRZAX_GetBridgeLif(const char* instanceName, const char* lifName, LifRecord** out);
 
 /*
@@ -135,7 +138,7 @@ VDRZAX_API int VDRZAX_GetLifs(const char* instanceName, RecordList** out);
 /*
  * List the LIFs of an external VLAN. No instance is named.
  *
- * vlanId  VLAN identifier.
+ * vlanId  VLAN identifier, u16; its range is not checked.
  * out     Where the address of the list is stored, required; NULL is not tested and faults.
  *
  * Returns 0 and a list of at most 10000 LifRecord, to be given to VDRZAX_ReleaseLifs. An empty
@@ -163,35 +166,39 @@ VDRZAX_API void VDRZAX_ReleaseLif(LifRecord* record);
 VDRZAX_API void VDRZAX_ReleaseLifs(RecordList* list);
 
 /*
- * Set the IPv4 address of the designated instance of a LIF, set its VXLAN multicast address.
+ * Set the IPv4 address of the designated instance of a LIF.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required.
  * lifName       LIF name, text of at most 63 characters (a longer one is cut), required.
- * ip            u32 IPv4 address in the byte order given.
+ * ip            u32 IPv4 address, not converted.
  *
  * Returns 0, or -1 with EINVAL (a name is NULL) or the errno of the device.
  */
 VDRZAX_API int VDRZAX_SetLifDIIp(const char* instanceName, const char* lifName, uint32_t ip);
+
+/* Set the IPv4 multicast address of a LIF's VXLAN, as VDRZAX_SetLifDIIp. */
 VDRZAX_API int VDRZAX_SetLifVxlanMulticastIp(const char* instanceName, const char* lifName,
                                              uint32_t ip);
 
 /*
- * Set an IPv4 address of a LIF, delete one.
+ * Set an IPv4 address of a LIF.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required.
  * lifName       LIF name, text of at most 63 characters (a longer one is cut), required.
- * ip            u32 IPv4 address in the byte order given.
+ * ip            u32 IPv4 address, not converted.
  * mask          u32 netmask or prefix, as the kernel takes it.
  *
  * Returns 0, or -1 with EINVAL (a name is NULL) or the errno of the device.
  */
 VDRZAX_API int VDRZAX_SetLifIp(const char* instanceName, const char* lifName, uint32_t ip,
                                uint32_t mask);
+
+/* Delete an IPv4 address of a LIF, as VDRZAX_SetLifIp. */
 VDRZAX_API int VDRZAX_DelLifIp(const char* instanceName, const char* lifName, uint32_t ip,
                                uint32_t mask);
 
 /*
- * Set an IPv6 address of a LIF, delete one.
+ * Set an IPv6 address of a LIF.
  *
  * instanceName  Instance name, text of at most 64 characters (a longer one is cut), required.
  * lifName       LIF name, text of at most 64 characters (a longer one is cut), required. It is sent
@@ -206,11 +213,13 @@ VDRZAX_API int VDRZAX_DelLifIp(const char* instanceName, const char* lifName, ui
  */
 VDRZAX_API int VDRZAX_SetLifIpv6(const char* instanceName, const char* lifName, uint64_t addrHigh,
                                  uint64_t addrLow, uint32_t prefixLength);
+
+/* Delete an IPv6 address of a LIF, as VDRZAX_SetLifIpv6. */
 VDRZAX_API int VDRZAX_DelLifIpv6(const char* instanceName, const char* lifName, uint64_t addrHigh,
                                  uint64_t addrLow, uint32_t prefixLength);
 
 /*
- * Put a LIF under the VXLAN control plane, take it from there; bring a LIF up, bring it down.
+ * Put a LIF under the VXLAN control plane.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required.
  * lifName       LIF name, text of at most 63 characters (a longer one is cut), required.
@@ -218,8 +227,14 @@ VDRZAX_API int VDRZAX_DelLifIpv6(const char* instanceName, const char* lifName, 
  * Returns 0, or -1 with EINVAL (a name is NULL) or the errno of the device.
  */
 VDRZAX_API int VDRZAX_SetLifVxlanCP(const char* instanceName, const char* lifName);
+
+/* Take a LIF from the VXLAN control plane, as VDRZAX_SetLifVxlanCP. */
 VDRZAX_API int VDRZAX_DelLifVxlanCP(const char* instanceName, const char* lifName);
+
+/* Bring a LIF up. instanceName, lifName and result as VDRZAX_SetLifVxlanCP. */
 VDRZAX_API int VDRZAX_EnableLif(const char* instanceName, const char* lifName);
+
+/* Bring a LIF down, as VDRZAX_EnableLif. */
 VDRZAX_API int VDRZAX_DisableLif(const char* instanceName, const char* lifName);
 
 /*

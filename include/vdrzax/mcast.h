@@ -71,7 +71,7 @@ static_assert(offsetof(MRoutingMcastGroup, group2) == 8, "MRoutingMcastGroup.gro
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * key           u32 whose meaning is the kernel's, sent at offset 256.
+ * key           u32 whose meaning is the kernel's.
  * out           Where the address of the list is stored, required; NULL is not tested and faults.
  *
  * Returns 0 and a list of at most 512 MRoutingLocalRcvr, to be given to
@@ -85,11 +85,11 @@ VDRZAX_API int VDRZAX_GetMRoutingLocalRcvrs(const char* instanceName, uint32_t k
                                             RecordList** out);
 
 /*
- * Add a local receiver to a router instance, or delete it.
+ * Add a local receiver to a router instance.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * key           u32 whose meaning is the kernel's, sent at offset 256.
+ * key           u32 whose meaning is the kernel's.
  * rcvrName      Receiver name, text of at most 63 characters (a longer one is cut), or NULL for
  *               none: its place stays zero.
  *
@@ -97,6 +97,8 @@ VDRZAX_API int VDRZAX_GetMRoutingLocalRcvrs(const char* instanceName, uint32_t k
  */
 VDRZAX_API int VDRZAX_AddMRoutingLocalRcvrs(const char* instanceName, uint32_t key,
                                             const char* rcvrName);
+
+/* Delete a local receiver of a router instance, as VDRZAX_AddMRoutingLocalRcvrs. */
 VDRZAX_API int VDRZAX_DelMRoutingLocalRcvrs(const char* instanceName, uint32_t key,
                                             const char* rcvrName);
 
@@ -108,7 +110,7 @@ VDRZAX_API void VDRZAX_ReleaseMRoutingLocalRcvrs(RecordList* list);
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * key           u32 whose meaning is the kernel's, sent at offset 256.
+ * key           u32 whose meaning is the kernel's.
  * out           Where the address of the table is stored, required; NULL is not tested and faults.
  *
  * Returns 0 and a table of the caller's, to be given to VDRZAX_ReleaseVTEPTable. The reply has room
@@ -135,9 +137,8 @@ VDRZAX_API void VDRZAX_ReleaseVTEPTable(VTEPTable* table);
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * a, b, d, e    u32 each, whose meaning is the kernel's, sent at offsets 256, 276, 272 and 288.
- * c             Hardware address of 6 bytes, sent at offset 280, required; NULL is not tested and
- *               faults.
+ * a, b, d, e    u32 each, whose meaning is the kernel's.
+ * c             Hardware address of 6 bytes, required; NULL is not tested and faults.
  *
  * Returns 0, or -1 with the errno of the device.
  */
@@ -149,7 +150,7 @@ VDRZAX_API int VDRZAX_AddMRoutingRemoteRcvrs(const char* instanceName, uint32_t 
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * a, b          u32 each, whose meaning is the kernel's, sent at offsets 256 and 276.
+ * a, b          u32 each, as given to VDRZAX_AddMRoutingRemoteRcvrs.
  *
  * The kernel looks at these three and nothing else, so the rest of the request is not cleared:
  * unlike in every other command its bytes are unspecified. A journal of the requests will show
@@ -196,13 +197,13 @@ VDRZAX_API int VDRZAX_GetMRoutingAllMcastGroups(const char* instanceName, Record
 VDRZAX_API void VDRZAX_ReleaseMRoutingMcastGroups(RecordList* list);
 
 /*
- * Read the replication address, or the address of a multicast router, of a router instance.
+ * Read the replication address of a router instance.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * key           u32 whose meaning is the kernel's, sent at offset 256.
- * outIp         Where the kernel writes the u32 address, directly. NULL is not tested: the kernel
- *               decides.
+ * key           u32 whose meaning is the kernel's.
+ * outIp         Where the kernel writes the u32 IPv4 address, directly; it is not converted. NULL
+ *               is not tested: the kernel decides.
  *
  * Returns 0, or -1 with the errno of the device. The variable holds what the kernel wrote, if
  * anything, also after a failure: the length of the reply is not examined, so set it before the
@@ -210,6 +211,10 @@ VDRZAX_API void VDRZAX_ReleaseMRoutingMcastGroups(RecordList* list);
  */
 VDRZAX_API int VDRZAX_GetMRoutingReplicationIP(const char* instanceName, uint32_t key,
                                                uint32_t* outIp);
+
+/*
+ * Read the address of a multicast router of a router instance, as VDRZAX_GetMRoutingReplicationIP.
+ */
 VDRZAX_API int VDRZAX_GetMRoutingMRouterIP(const char* instanceName, uint32_t key, uint32_t* outIp);
 
 /*
@@ -217,7 +222,7 @@ VDRZAX_API int VDRZAX_GetMRoutingMRouterIP(const char* instanceName, uint32_t ke
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
- * ip            u32 IPv4 address in the byte order given, sent at offset 256.
+ * ip            u32 IPv4 address, not converted.
  *
  * Returns 0, or -1 with the errno of the device.
  */

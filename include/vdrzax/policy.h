@@ -2,8 +2,9 @@
  * Policies, policy tables, and what binds both to the LIFs of a router instance.
  *
  * Commands that add or delete take an optional `result`: 88 bytes of the caller's that the kernel
- * fills. They are cleared before the command is sent, so that they read as zero after a failure and
- * where the kernel writes less; the library does not interpret them. NULL asks for no result.
+ * fills; NULL asks for none. They are cleared before the command is sent, so that they read as zero
+ * where the kernel writes nothing, as when the device cannot be opened. After a failed command they
+ * hold what the kernel wrote before it failed. The library does not interpret them.
  */
 #ifndef VDRZAX_POLICY_H
 #define VDRZAX_POLICY_H
@@ -66,11 +67,11 @@ static_assert(offsetof(LifPolicyTableRef, refEntries) == 66, "LifPolicyTableRef.
  * Add a policy. Policies belong to no router instance: the key alone addresses them.
  *
  * policyKey               u32 that addresses the policy.
- * policyArg1, policyArg2  u32 each, whose meaning is the kernel's, sent at offsets 256 and 260.
- * policyArg3              u32 whose meaning is the kernel's, sent at offset 404.
+ * policyArg1, policyArg2, policyArg3
+ *                         u32 each, whose meaning is the kernel's.
  * result                  88 bytes for the kernel's answer, or NULL for none.
  *
- * Returns 0, or -1 with the errno of the device; `result` is then zero.
+ * Returns 0, or -1 with the errno of the device; `result` is as said at the top.
  */
 VDRZAX_API int VDRZAX_SetPolicy(uint32_t policyKey, uint32_t policyArg1, uint32_t policyArg2,
                                 uint32_t policyArg3, void* result);
@@ -80,10 +81,10 @@ VDRZAX_API int VDRZAX_SetPolicy(uint32_t policyKey, uint32_t policyArg1, uint32_
  *
  * policyKey               u32 that addresses the policy.
  * policyArg1, policyArg2  u32 each, as given to VDRZAX_SetPolicy. The third number is no part of
- *                         what a policy is found by and is not sent: offset 404 stays zero.
+ *                         what a policy is found by and is not sent: its place stays zero.
  * result                  88 bytes for the kernel's answer, or NULL for none.
  *
- * Returns 0, or -1 with the errno of the device; `result` is then zero.
+ * Returns 0, or -1 with the errno of the device; `result` is as said at the top.
  */
 VDRZAX_API int VDRZAX_DelPolicy(uint32_t policyKey, uint32_t policyArg1, uint32_t policyArg2,
                                 void* result);
@@ -124,7 +125,7 @@ VDRZAX_API void VDRZAX_ReleaseAllPolicy(RecordList* list);
  *            is not tested and faults.
  * result     88 bytes for the kernel's answer, or NULL for none.
  *
- * Returns 0, or -1 with the errno of the device; `result` is then zero.
+ * Returns 0, or -1 with the errno of the device; `result` is as said at the top.
  */
 VDRZAX_API int VDRZAX_SetPolicyTable(uint32_t policyKey, const char* tableName, void* result);
 
@@ -134,7 +135,7 @@ VDRZAX_API int VDRZAX_SetPolicyTable(uint32_t policyKey, const char* tableName, 
  * policyKey  u32 that addresses the table.
  * result     88 bytes for the kernel's answer, or NULL for none.
  *
- * Returns 0, or -1 with the errno of the device; `result` is then zero.
+ * Returns 0, or -1 with the errno of the device; `result` is as said at the top.
  */
 VDRZAX_API int VDRZAX_DelPolicyTable(uint32_t policyKey, void* result);
 
@@ -154,29 +155,33 @@ VDRZAX_API int VDRZAX_GetPolicyTable(RecordList** out);
 VDRZAX_API void VDRZAX_ReleaseAllPolicyTable(RecordList* list);
 
 /*
- * Add a LIF policy to a router instance, or delete one. Both send the same.
+ * Add a LIF policy to a router instance.
  *
  * policyType           i32. 4 is the one type that names a LIF; all others are the kernel's.
  * policyLifName        LIF name, text of at most 63 characters (a longer one is cut). Required with
  *                      policyType 4. With any other type it is ignored, also when given, and may be
  *                      NULL.
  * routeArg1, routeArg2, routeArg3
- *                      u32 each, as in VDRZAX_SetRoute, sent at offsets 256, 260 and 268.
+ *                      u32 each, as in VDRZAX_SetRoute.
  * ifName               Interface name, text of at most 63 characters (a longer one is cut), or NULL
  *                      for none.
  * instanceName         Instance name, text of at most 63 characters (a longer one is cut),
  *                      required.
- * routeFlags           u32, as in VDRZAX_SetRoute. Sent by the delete too, unlike that of a route,
- *                      because the kernel looks a LIF policy up by all its words.
+ * routeFlags           u32, as in VDRZAX_SetRoute.
  * result               88 bytes for the kernel's answer, or NULL for none.
  *
  * Returns 0, or -1 with EINVAL (instanceName is NULL, or policyType is 4 and policyLifName is NULL;
- * `result` is then untouched) or the errno of the device (`result` is then zero).
+ * `result` is then untouched) or the errno of the device (`result` is then as said at the top).
  */
 VDRZAX_API int VDRZAX_SetLifPolicy(int32_t policyType, const char* policyLifName,
                                    uint32_t routeArg1, uint32_t routeArg2, uint32_t routeArg3,
                                    const char* ifName, const char* instanceName,
                                    uint32_t routeFlags, void* result);
+
+/*
+ * Delete a LIF policy of a router instance, as VDRZAX_SetLifPolicy. The flags are sent here too,
+ * unlike those of a route, because the kernel looks a LIF policy up by all its words.
+ */
 VDRZAX_API int VDRZAX_DelLifPolicy(int32_t policyType, const char* policyLifName,
                                    uint32_t routeArg1, uint32_t routeArg2, uint32_t routeArg3,
                                    const char* ifName, const char* instanceName,
@@ -213,7 +218,7 @@ VDRZAX_API int VDRZAX_GetLifPolicies(const char* instanceName, uint32_t policyTy
  * result        88 bytes for the kernel's answer, or NULL for none.
  *
  * Returns 0, or -1 with EINVAL (instanceName or lifName is NULL; `result` is then untouched) or the
- * errno of the device (`result` is then zero).
+ * errno of the device (`result` is then as said at the top).
  */
 VDRZAX_API int VDRZAX_SetLifPolicyTableRef(const char* instanceName, const char* lifName,
                                            uint16_t refCount, const PolicyTableRefEntry* entries,
@@ -227,7 +232,7 @@ VDRZAX_API int VDRZAX_SetLifPolicyTableRef(const char* instanceName, const char*
  * result        88 bytes for the kernel's answer, or NULL for none.
  *
  * Returns 0, or -1 with EINVAL (instanceName or lifName is NULL; `result` is then untouched) or the
- * errno of the device (`result` is then zero).
+ * errno of the device (`result` is then as said at the top).
  */
 VDRZAX_API int VDRZAX_DelLifPolicyTableRef(const char* instanceName, const char* lifName,
                                            void* result);

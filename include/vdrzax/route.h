@@ -66,15 +66,16 @@ static_assert(offsetof(DemuxRouteRecord, demuxName2) == 84, "DemuxRouteRecord.de
 /*
  * Add an IPv4 route to a router instance.
  *
- * routeArg1, routeArg2, routeArg3  u32 each, whose meaning is the kernel's, sent at offsets 256,
- *                                  260 and 268.
+ * routeArg1, routeArg2, routeArg3
+ *               u32 each, whose meaning is the kernel's.
  * ifName        Interface name, text of at most 63 characters (a longer one is cut), or NULL for
  *               none.
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required.
- * routeFlags    u32 whose meaning is the kernel's, sent at offset 272.
+ * routeFlags    u32 whose meaning is the kernel's.
  * result        88 bytes that the kernel may fill, or NULL to ask for no answer. They are cleared
  *               before the command is sent, so that they read as zero when it never reached the
- *               kernel. The library does not interpret them.
+ *               kernel; after a failed command they hold what the kernel wrote before it failed.
+ *               The library does not interpret them.
  *
  * Returns 0, or -1 with EINVAL (instanceName is NULL; `result` is then untouched) or the errno of
  * the device.
@@ -93,7 +94,7 @@ VDRZAX_API int VDRZAX_DelRoute(uint32_t routeArg1, uint32_t routeArg2, uint32_t 
                                const char* ifName, const char* instanceName, void* result);
 
 /*
- * List the IPv4 routes of a router instance: the full table, or the table for LIF selection.
+ * List the IPv4 routes of a router instance.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults, unlike in the commands that change routes.
@@ -106,14 +107,16 @@ VDRZAX_API int VDRZAX_DelRoute(uint32_t routeArg1, uint32_t routeArg2, uint32_t 
  * device; `*out` is then NULL.
  */
 VDRZAX_API int VDRZAX_GetRoutes(const char* instanceName, RecordList** out);
+
+/* List the IPv4 routes for LIF selection of a router instance, as VDRZAX_GetRoutes. */
 VDRZAX_API int VDRZAX_GetLifSelectionRoutes(const char* instanceName, RecordList** out);
 
 /*
  * Read the IPv4 route that the datapath resolves a query to.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required.
- * resolveArg1, resolveArg2, resolveArg3  u32 each, whose meaning is the kernel's, sent at offsets
- *                                        256, 260 and 264.
+ * resolveArg1, resolveArg2, resolveArg3
+ *               u32 each, whose meaning is the kernel's.
  * out           Where the address of the record is stored, required; NULL is not tested and faults.
  *
  * Returns 0 and a record of the caller's, to be given to VDRZAX_ReleaseRoute. Returns -1 with
@@ -151,14 +154,11 @@ VDRZAX_API int VDRZAX_GetDemuxRoutes(RecordList** out);
 VDRZAX_API void VDRZAX_ReleaseDemuxRoutes(RecordList* list);
 
 /*
- * Add an IPv6 route to a router instance, or delete one. Both send the same, gateway and interface
- * included.
+ * Add an IPv6 route to a router instance.
  *
- * destPart1, destPart2        The halves of the destination address, u64 each, copied as they stand
- *                             to offsets 260 and 268.
+ * destPart1, destPart2        The halves of the destination address, u64 each, not converted.
  * prefixLength                Prefix length of the destination, one byte; its range is not checked.
- * gatewayPart1, gatewayPart2  The halves of the next hop's address, u64 each, copied as they stand
- *                             to offsets 293 and 301.
+ * gatewayPart1, gatewayPart2  The halves of the next hop's address, u64 each, not converted.
  * ifName                      Interface name, text of at most 64 characters, or NULL for none.
  * instanceName                Instance name, text of at most 64 characters, required.
  *
@@ -170,6 +170,11 @@ VDRZAX_API void VDRZAX_ReleaseDemuxRoutes(RecordList* list);
 VDRZAX_API int VDRZAX_SetRoutev6(uint64_t destPart1, uint64_t destPart2, uint8_t prefixLength,
                                  uint64_t gatewayPart1, uint64_t gatewayPart2, const char* ifName,
                                  const char* instanceName);
+
+/*
+ * Delete an IPv6 route of a router instance, as VDRZAX_SetRoutev6. Gateway and interface are sent
+ * here too.
+ */
 VDRZAX_API int VDRZAX_DelRoutev6(uint64_t destPart1, uint64_t destPart2, uint8_t prefixLength,
                                  uint64_t gatewayPart1, uint64_t gatewayPart2, const char* ifName,
                                  const char* instanceName);
@@ -201,7 +206,7 @@ VDRZAX_API int VDRZAX_GetRoutesv6(const char* instanceName, void** table, uint32
 /*
  * Add an ARP entry to a router instance.
  *
- * ip            IPv4 address, u32, copied as it stands.
+ * ip            u32 IPv4 address, not converted.
  * macText       Hardware address as text, six two-digit hexadecimal groups with separators. At most
  *               17 characters are sent (a longer text is cut). Required; NULL is not tested and
  *               faults.
@@ -215,15 +220,19 @@ VDRZAX_API int VDRZAX_SetArp(uint32_t ip, const char* macText, const char* ifNam
                              const char* instanceName);
 
 /*
- * Delete an ARP entry, add a proxy ARP entry, or delete one. Parameters, result and errors are
- * those of VDRZAX_SetArp, without a hardware address.
+ * Delete an ARP entry of a router instance. Parameters, result and errors as VDRZAX_SetArp, without
+ * a hardware address.
  */
 VDRZAX_API int VDRZAX_DelArp(uint32_t ip, const char* ifName, const char* instanceName);
+
+/* Add a proxy ARP entry to a router instance. Parameters, result and errors as VDRZAX_DelArp. */
 VDRZAX_API int VDRZAX_SetProxyArp(uint32_t ip, const char* ifName, const char* instanceName);
+
+/* Delete a proxy ARP entry of a router instance, as VDRZAX_DelArp. */
 VDRZAX_API int VDRZAX_DelProxyArp(uint32_t ip, const char* ifName, const char* instanceName);
 
 /*
- * Read the ARP entries or the proxy ARP entries of a router instance.
+ * Read the ARP entries of a router instance.
  *
  * instanceName  Instance name, text of at most 63 characters (a longer one is cut), required; NULL
  *               is not tested and faults.
@@ -236,6 +245,8 @@ VDRZAX_API int VDRZAX_DelProxyArp(uint32_t ip, const char* ifName, const char* i
  * or -1 with the errno of the device; the buffer then holds what the kernel wrote, or is untouched.
  */
 VDRZAX_API int VDRZAX_GetArps(const char* instanceName, const char* ifName, void* buffer);
+
+/* Read the proxy ARP entries of a router instance, as VDRZAX_GetArps. */
 VDRZAX_API int VDRZAX_GetProxyArps(const char* instanceName, const char* ifName, void* buffer);
 
 /*
@@ -253,8 +264,7 @@ VDRZAX_API int VDRZAX_ClearArp(const char* instanceName, const char* ifName);
 /*
  * Add an IPv6 neighbour to a router instance.
  *
- * ipPart1, ipPart2  The halves of the IPv6 address, u64 each, copied as they stand, the first one
- *                   first.
+ * ipPart1, ipPart2  The halves of the IPv6 address, u64 each, not converted, the first one first.
  * macText       Hardware address as text, six two-digit hexadecimal groups with separators. At most
  *               18 characters are sent. Required; NULL is not tested and faults.
  * ifName        Interface name, text of at most 64 characters, required; NULL is not tested and
@@ -270,22 +280,34 @@ VDRZAX_API int VDRZAX_SetArpv6(uint64_t ipPart1, uint64_t ipPart2, const char* m
                                const char* ifName, const char* instanceName);
 
 /*
- * Delete an IPv6 neighbour, add a proxy neighbour, or delete one. Parameters, result and errors are
- * those of VDRZAX_SetArpv6, without a hardware address.
+ * Delete an IPv6 neighbour of a router instance. Parameters, result and errors as VDRZAX_SetArpv6,
+ * without a hardware address.
  */
 VDRZAX_API int VDRZAX_DelArpv6(uint64_t ipPart1, uint64_t ipPart2, const char* ifName,
                                const char* instanceName);
+
+/*
+ * Add an IPv6 proxy neighbour to a router instance. Parameters, result and errors as
+ * VDRZAX_DelArpv6.
+ */
 VDRZAX_API int VDRZAX_SetProxyArpv6(uint64_t ipPart1, uint64_t ipPart2, const char* ifName,
                                     const char* instanceName);
+
+/* Delete an IPv6 proxy neighbour of a router instance, as VDRZAX_DelArpv6. */
 VDRZAX_API int VDRZAX_DelProxyArpv6(uint64_t ipPart1, uint64_t ipPart2, const char* ifName,
                                     const char* instanceName);
 
 /*
- * Read the IPv6 neighbours of a router instance, or clear them. Parameters, result and errors are
- * those of VDRZAX_GetArps and VDRZAX_ClearArp, but both names take 64 characters and are then sent
- * without a terminator. Proxy neighbours have no getter of their own.
+ * Read the IPv6 neighbours of a router instance. Parameters, result and errors as VDRZAX_GetArps,
+ * but both names take 64 characters and are then sent without a terminator. Proxy neighbours have
+ * no getter of their own.
  */
 VDRZAX_API int VDRZAX_GetArpsv6(const char* instanceName, const char* ifName, void* buffer);
+
+/*
+ * Clear the IPv6 neighbours of a router instance. Parameters, result and errors as VDRZAX_ClearArp,
+ * but both names take 64 characters and are then sent without a terminator.
+ */
 VDRZAX_API int VDRZAX_ClearArpv6(const char* instanceName, const char* ifName);
 
 /*
@@ -300,8 +322,8 @@ VDRZAX_API int VDRZAX_PMTUTableCearv6(void);
  * Flush a table of the datapath; the kernel alone selects it from the arguments.
  *
  * flushTarget     u32 whose meaning is the kernel's.
- * flushSelector1, flushSelector2, flushSelector3  One byte each, whose meaning is the kernel's. The
- *                 third is sent first (offset 260), then the first (261) and the second (262).
+ * flushSelector1, flushSelector2, flushSelector3
+ *                 One byte each, whose meaning is the kernel's.
  * flushName       Text of at most 63 characters (a longer one is cut), or NULL for none. No
  *                 instance name is sent beside it.
  * flushValue      u32 whose meaning is the kernel's.

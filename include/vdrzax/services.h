@@ -77,10 +77,9 @@ static_assert(sizeof(VMPublicIPTable) == 8536068, "VMPublicIPTable is 8536068 by
 static_assert(offsetof(VMPublicIPTable, entries) == 4, "VMPublicIPTable.entries");
 
 /*
- * Save the complete state of the datapath for a later full synchronisation, or read how the last
- * save stands.
+ * Save the complete state of the datapath for a later full synchronisation.
  *
- * flag    One byte whose meaning is the kernel's, sent at offset 256.
+ * flag    One byte whose meaning is the kernel's.
  * status  Where the kernel writes the u32 status, directly. NULL is not tested: it is passed on and
  *         the kernel decides.
  *
@@ -89,13 +88,15 @@ static_assert(offsetof(VMPublicIPTable, entries) == 4, "VMPublicIPTable.entries"
  * call where that matters.
  */
 VDRZAX_API int VDRZAX_PerformFullSyncSave(uint8_t flag, uint32_t* status);
+
+/* Read how the last save stands. `status` and result as VDRZAX_PerformFullSyncSave. */
 VDRZAX_API int VDRZAX_GetFullSyncSaveStatus(uint32_t* status);
 
 /*
  * Read the statistics of a software RSS object.
  *
- * name  Name of the object, text of at most 63 characters (a longer one is cut), required. It is
- *       sent at offset 256, as these objects belong to no instance.
+ * name  Name of the object, text of at most 63 characters (a longer one is cut), required. These
+ *       objects belong to no instance.
  * out   Where the address of the record is stored, required; NULL is not tested and faults.
  *
  * Returns 0 and a record of the caller's, to be given to free(): there is no Release function. Only
@@ -158,8 +159,8 @@ VDRZAX_API int VDRZAX_SoftRSSGetIndTable(const char* name, uint8_t* table);
  * name  Name of the object, text of at most 63 characters (a longer one is cut), required.
  * in    The table, required; NULL is not tested and faults. Only the first `entryCount` entries are
  *       sent, none when it is 0 or less. The count is not bounded, because the caller knows the
- *       size of its table: above 128 the copy reads on behind the entries and overwrites the count
- *       in the request, and above 648 it leaves the request. Do not pass more than 128.
+ *       size of its table: above 132 the copy sends the bytes behind the structure too, and above
+ *       648 it leaves the request. Do not pass more than 128.
  *
  * Returns 0, or -1 with EINVAL (name is NULL) or the errno of the device.
  */
@@ -168,9 +169,9 @@ VDRZAX_API int VDRZAX_SoftRSSTableSet(const char* name, const SoftRssIndTable* i
 /*
  * Add a mapping to the VM public IP table.
  *
- * a, b  u32 addresses, in the byte order given, sent at offsets 256 and 272.
- * c     6 bytes, sent at offset 260, required.
- * d     u32 whose meaning is the kernel's, sent at offset 268.
+ * a, b  u32 addresses, not converted.
+ * c     6 bytes, required.
+ * d     u32 whose meaning is the kernel's.
  *
  * Returns 0, or -1 with the errno of the device. Returns -1 and leaves errno as it was when c is
  * NULL; nothing is sent then. errno is the device's alone in the functions of this table, but for
@@ -181,7 +182,7 @@ VDRZAX_API int VDRZAX_AddVMPublicIP(uint32_t a, uint32_t b, const MacValue* c, u
 /*
  * Delete a mapping of the VM public IP table.
  *
- * a, b  u32 addresses, in the byte order given, sent at offsets 256 and 272.
+ * a, b  u32 addresses, not converted.
  *
  * Returns 0, or -1 with the errno of the device.
  */
@@ -190,7 +191,7 @@ VDRZAX_API int VDRZAX_DelVMPublicIP(uint32_t a, uint32_t b);
 /*
  * Delete one entry of the VM public IP table.
  *
- * key  u32 that the entry is known by, sent at offset 256.
+ * key  u32 that the entry is known by.
  *
  * Returns 0, or -1 with the errno of the device.
  */
@@ -202,7 +203,7 @@ VDRZAX_API int VDRZAX_DelAllVMPublicIPEntries(void);
 /*
  * Read one entry of the VM public IP table.
  *
- * key  u32 that the entry is known by, sent at offset 256.
+ * key  u32 that the entry is known by.
  * out  Where the address of the entry is stored, required; NULL is not tested and faults.
  *
  * Returns 0 and an entry of the caller's, as the kernel wrote it, to be given to

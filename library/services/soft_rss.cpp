@@ -70,7 +70,8 @@ int VDRZAX_SoftRSSGetIndTable(const char* name, uint8_t* table) {
   return result;
 }
 
-// The count goes in first: more than 128 entries run over it.
+// More than 128 entries run over the count, with the count itself: it stands right behind them in
+// the request and in the caller's structure alike.
 int VDRZAX_SoftRSSTableSet(const char* name, const SoftRssIndTable* in) {
   if (!name) return InvalidArgument();
   const int32_t count = in->entryCount;
