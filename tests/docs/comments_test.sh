@@ -53,7 +53,7 @@ cat "$scratch/faults"
 
 # A function that loses its comment is found.
 cp -R "$include" "$scratch/include"
-sed -i '/^VDRZAX_API int VDRZAXIoctl(/i\\' "$scratch/include/vdrzax/channel.h"
+sed -i 's/^VDRZAX_API int VDRZAXIoctl(/\n&/' "$scratch/include/vdrzax/channel.h"
 case $(faults "$scratch/include") in
   *"no comment directly above: VDRZAX_API int VDRZAXIoctl("*) ;;
   *) echo "a function without a comment went unnoticed" && exit 1 ;;
