@@ -27,8 +27,8 @@
  * not to be tested faults, or is given to the kernel: the caller must not pass NULL. Pointers to
  * results are never tested, but for the four settings of <vdrzax/instance.h>.
  *
- * Texts. A name field of 64 bytes takes 63 characters and a terminator; a longer text is cut. Where
- * a text is sent or kept without a forced terminator, its function says so.
+ * Texts. A name field of 64 bytes takes 63 characters (VDRZAX_NAME_MAX) and a terminator; a longer
+ * text is cut. Where a text is sent or kept without a forced terminator, its function says so.
  *
  * Numbers are passed and returned as they stand, in the byte order of the host. The library gives
  * no number a meaning: levels, flags and words that are named by their place are the kernel's.

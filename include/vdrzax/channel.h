@@ -10,6 +10,19 @@
 #include <stddef.h>
 #include <stdint.h>
 
+/*
+ * The version of this header. VDRZAX_VERSION compares in #if: 10203 is 1.2.3. The first number
+ * changes with the soname alone, the second when something is added.
+ */
+#define VDRZAX_VERSION_MAJOR 1
+#define VDRZAX_VERSION_MINOR 0
+#define VDRZAX_VERSION_PATCH 0
+#define VDRZAX_VERSION \
+  (VDRZAX_VERSION_MAJOR * 10000 + VDRZAX_VERSION_MINOR * 100 + VDRZAX_VERSION_PATCH)
+
+/* The longest name that is not cut, in characters; memory for one has a terminator more. */
+#define VDRZAX_NAME_MAX 63
+
 /* Marks what the library exports; each declaration stands on the line of its macro. */
 #define VDRZAX_API __attribute__((visibility("default")))
 

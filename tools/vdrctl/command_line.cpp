@@ -12,7 +12,7 @@ namespace vdrctl {
 
 namespace {
 
-constexpr const char* kVersion = "vdrctl " VDRZAX_VERSION;
+constexpr const char* kVersion = "vdrctl " TOOL_VERSION;
 
 constexpr const char* kFooter =
     "Numbers are decimal, or hexadecimal after 0x. --json may stand anywhere.\n"

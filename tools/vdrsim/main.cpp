@@ -54,7 +54,7 @@ int RunCommand(const std::vector<std::string>& command) {
 std::variant<std::vector<std::string>, int> Parse(int argc, char** argv) {
   CLI::App app{"Runs programs against a simulated datapath of the virtual distributed router.",
                "vdrsim"};
-  app.set_version_flag("--version", "vdrsim " VDRZAX_VERSION);
+  app.set_version_flag("--version", "vdrsim " TOOL_VERSION);
   app.require_subcommand(1);
 
   std::vector<std::string> command;

@@ -42,6 +42,12 @@ TEST(Name, ATextIsCutTo63CharactersAndTerminated) {
   EXPECT_BYTES(Copy(text63 + std::string(500, 'y')), Expected(text63));
 }
 
+TEST(Name, TheHeaderNamesTheLongestTextThatIsNotCut) {
+  const std::string longest(VDRZAX_NAME_MAX, 'x');
+  EXPECT_BYTES(Copy(longest + "y"), Expected(longest));
+  EXPECT_BYTES(Copy(longest), Expected(longest));
+}
+
 TEST(Name, AUuidWithMoreTextBehindItIsCopiedWhole) {
   const std::string text = "01234567-89ab-cdef-0123-456789abcdef-and-more";
   EXPECT_BYTES(Copy(text), Expected(text));
