@@ -10,6 +10,8 @@ set_target_properties(vdrzax_objects PROPERTIES
 target_include_directories(vdrzax_objects PRIVATE ${PROJECT_SOURCE_DIR}/library
                                                   ${PROJECT_SOURCE_DIR}/include)
 target_link_libraries(vdrzax_objects PRIVATE vdrzax_warnings vdrzax_hardening)
+# What NULL does can be observed, so the compiler must not reckon with its absence.
+target_compile_definitions(vdrzax_objects PRIVATE VDRZAX_NO_HINTS)
 target_compile_options(vdrzax_objects PRIVATE
   # No C++ run-time: the shared object needs libc alone, and a C program links the archive with cc.
   -fno-exceptions -fno-rtti -fno-threadsafe-statics

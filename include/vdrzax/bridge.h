@@ -175,7 +175,7 @@ static_assert(offsetof(BridgeBfdSessionRecord, qword31) == 31, "BridgeBfdSession
  */
 VDRZAX_API int VDRZAX_SetBridgeLif(const char* lifName, const char* secondName, uint32_t value1,
                                    uint32_t value2, uint32_t value3, const char* instanceName,
-                                   int set);
+                                   int set) VDRZAX_NONNULL(1, 2, 6);
 
 /*
  * Add a bridge endpoint. No router instance is named: the LIF tells where the endpoint belongs.
@@ -200,7 +200,8 @@ VDRZAX_API int VDRZAX_SetBridgeLif(const char* lifName, const char* secondName, 
 VDRZAX_API int VDRZAX_AddBridgeEndpoint(const char* lifName, const char* secondName,
                                         const char* endpointName, uint32_t value1, uint32_t value2,
                                         const char* fourthName, uint16_t tag, uint8_t flag1,
-                                        const char* fifthName, uint8_t flag2);
+                                        const char* fifthName, uint8_t flag2)
+    VDRZAX_NONNULL(1, 2, 3, 6, 9);
 
 /*
  * Delete a bridge endpoint. No router instance is named: the LIF tells where the endpoint belongs.
@@ -212,7 +213,8 @@ VDRZAX_API int VDRZAX_AddBridgeEndpoint(const char* lifName, const char* secondN
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_DelBridgeEndpoint(const char* lifName, const char* endpointName);
+VDRZAX_API int VDRZAX_DelBridgeEndpoint(const char* lifName, const char* endpointName)
+    VDRZAX_NONNULL(1, 2);
 
 /*
  * Flush bridge endpoints.
@@ -233,7 +235,7 @@ VDRZAX_API int VDRZAX_FlushBridgeEndpoint(uint8_t all);
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_SetBridgeRepMode(const char* instanceName, uint32_t mode);
+VDRZAX_API int VDRZAX_SetBridgeRepMode(const char* instanceName, uint32_t mode) VDRZAX_NONNULL(1);
 
 /*
  * Read one bridge instance.
@@ -246,14 +248,16 @@ VDRZAX_API int VDRZAX_SetBridgeRepMode(const char* instanceName, uint32_t mode);
  * of the device. `*out` is untouched after EINVAL, after a failed command and when the reply buffer
  * could not be allocated; it is NULL after EBADMSG and when the record could not be allocated.
  */
-VDRZAX_API int VDRZAX_GetBridgeInstance(const char* instanceName, BridgeInstanceRecord** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgeInstance(const char* instanceName,
+                                                       BridgeInstanceRecord** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * List the bridge instances of all router instances; no name is sent. At most 4096
  * BridgeInstanceRecord, to be given to VDRZAX_ReleaseBridgeInstances. What the list getters share
  * is said at the top.
  */
-VDRZAX_API int VDRZAX_GetBridgeInstances(RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgeInstances(RecordList** out) VDRZAX_NONNULL(1);
 
 /*
  * List the networks of a bridge: at most 32768 BridgeNetworkRecord, to be given to
@@ -264,7 +268,8 @@ VDRZAX_API int VDRZAX_GetBridgeInstances(RecordList** out);
  * name2  Name that selects the bridge, text of at most 63 characters (a longer one is cut),
  *        required; NULL is not tested and faults.
  */
-VDRZAX_API int VDRZAX_GetBridgeNetworks(const char* name1, const char* name2, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgeNetworks(const char* name1, const char* name2,
+                                                       RecordList** out) VDRZAX_NONNULL(1, 2, 3);
 
 /*
  * List the ports of a bridge: at most 32768 BridgePortRecord, to be given to
@@ -274,8 +279,9 @@ VDRZAX_API int VDRZAX_GetBridgeNetworks(const char* name1, const char* name2, Re
  * network       u16 that selects the network, sent as u32.
  * value         u32 whose meaning is the kernel's.
  */
-VDRZAX_API int VDRZAX_GetBridgePorts(const char* name1, const char* name2, uint16_t network,
-                                     uint32_t value, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgePorts(const char* name1, const char* name2,
+                                                    uint16_t network, uint32_t value,
+                                                    RecordList** out) VDRZAX_NONNULL(1, 2, 5);
 
 /*
  * Fetch all bridge instances into `list`, a header of the caller's. What the fetches share is said
@@ -285,21 +291,23 @@ VDRZAX_API int VDRZAX_GetBridgePorts(const char* name1, const char* name2, uint1
  * getter cannot know this path from the others, so its header of 16 bytes is lost on it; agents
  * that go on using the header they passed to a fetch depend on that.
  */
-VDRZAX_API int VDRZAXGetBridgeInstances(RecordList* list);
+VDRZAX_API VDRZAX_CHECKED int VDRZAXGetBridgeInstances(RecordList* list) VDRZAX_NONNULL(1);
 
 /*
  * Fetch the networks of a bridge into `list`, a header of the caller's, which stays the caller's
  * after a failed command as with VDRZAXGetBridgeInstances. name1 and name2 as
  * VDRZAX_GetBridgeNetworks.
  */
-VDRZAX_API int VDRZAXGetBridgeNetworks(const char* name1, const char* name2, RecordList* list);
+VDRZAX_API VDRZAX_CHECKED int VDRZAXGetBridgeNetworks(const char* name1, const char* name2,
+                                                      RecordList* list) VDRZAX_NONNULL(1, 2, 3);
 
 /*
  * Fetch the ports of a bridge into `list`, a header of the caller's, which stays the caller's after
  * a failed command as with VDRZAXGetBridgeInstances. The other arguments as VDRZAX_GetBridgePorts.
  */
-VDRZAX_API int VDRZAXGetBridgePorts(const char* name1, const char* name2, uint16_t network,
-                                    uint32_t value, RecordList* list);
+VDRZAX_API VDRZAX_CHECKED int VDRZAXGetBridgePorts(const char* name1, const char* name2,
+                                                   uint16_t network, uint32_t value,
+                                                   RecordList* list) VDRZAX_NONNULL(1, 2, 5);
 
 /*
  * Read the statistics of the bridge endpoint of a LIF.
@@ -312,13 +320,15 @@ VDRZAX_API int VDRZAXGetBridgePorts(const char* name1, const char* name2, uint16
  * The length of the reply is not handed back. Returns 0, or -1 with the errno of the device; the
  * buffer then holds what the kernel wrote, or is untouched.
  */
-VDRZAX_API int VDRZAX_GetBeStats(const char* lifName, void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBeStats(const char* lifName, void* buffer)
+    VDRZAX_NONNULL(1);
 
 /*
  * Read the status of the bridge endpoint of a LIF: as VDRZAX_GetBeStats, into a buffer of 229
  * bytes.
  */
-VDRZAX_API int VDRZAX_GetBeStatus(const char* lifName, void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBeStatus(const char* lifName, void* buffer)
+    VDRZAX_NONNULL(1);
 
 /*
  * Read all bridge endpoints as the kernel's own records of 235 bytes each.
@@ -332,7 +342,8 @@ VDRZAX_API int VDRZAX_GetBeStatus(const char* lifName, void* buffer);
  * The length is not compared with the capacity. Returns 0, or -1 with the errno of the device;
  * `*count` is then untouched, and the buffer holds what the kernel wrote.
  */
-VDRZAX_API int VDRZAX_GetBeAll(void* buffer, uint32_t capacity, uint32_t* count);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBeAll(void* buffer, uint32_t capacity, uint32_t* count)
+    VDRZAX_NONNULL(3);
 
 /* Free a record of VDRZAX_GetBridgeInstance. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseBridgeInstance(BridgeInstanceRecord* record);
@@ -365,8 +376,9 @@ VDRZAX_API void VDRZAX_ReleaseBridgePorts(RecordList* list);
  *               take it as u32; only here callers pass the narrow form.
  * selector      u32 whose meaning is the kernel's.
  */
-VDRZAX_API int VDRZAX_GetBridgeFdbEntries(const char* instanceName, uint16_t segment,
-                                          uint32_t selector, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgeFdbEntries(const char* instanceName, uint16_t segment,
+                                                         uint32_t selector, RecordList** out)
+    VDRZAX_NONNULL(1, 4);
 
 /*
  * Fetch the forwarding database of a bridge into `list`, a header of the caller's, which stays the
@@ -374,8 +386,9 @@ VDRZAX_API int VDRZAX_GetBridgeFdbEntries(const char* instanceName, uint16_t seg
  * lost. The other arguments as VDRZAX_GetBridgeFdbEntries; what the fetches share is said at the
  * top.
  */
-VDRZAX_API int VDRZAXGetBridgeFdbEntries(const char* instanceName, uint16_t segment,
-                                         uint32_t selector, RecordList* list);
+VDRZAX_API VDRZAX_CHECKED int VDRZAXGetBridgeFdbEntries(const char* instanceName, uint16_t segment,
+                                                        uint32_t selector, RecordList* list)
+    VDRZAX_NONNULL(1, 4);
 
 /*
  * Set one entry of the forwarding database of a bridge.
@@ -393,14 +406,14 @@ VDRZAX_API int VDRZAXGetBridgeFdbEntries(const char* instanceName, uint16_t segm
  */
 VDRZAX_API int VDRZAX_BridgeSetFdbEntry(const char* instanceName, const char* macText,
                                         uint32_t segment, uint32_t selector, uint32_t value,
-                                        uint8_t flag);
+                                        uint8_t flag) VDRZAX_NONNULL(1);
 
 /*
  * Clear the forwarding database of a bridge. Parameters are those of VDRZAX_BridgeSetFdbEntry that
  * bear the same names. Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_BridgeClearFdbTable(const char* instanceName, uint32_t segment,
-                                          uint32_t selector);
+                                          uint32_t selector) VDRZAX_NONNULL(1);
 
 /*
  * Free a list of VDRZAX_GetBridgeFdbEntries or VDRZAXGetBridgeFdbEntries, entries and header. NULL
@@ -422,7 +435,7 @@ VDRZAX_API void VDRZAX_ReleaseBridgeFdbEntries(RecordList* list);
  * Returns 0, or -1 with the errno of the device. No command sent so can return anything.
  */
 VDRZAX_API int VDRZAX_BridgeSetConfig(const char* instanceName, uint32_t commandCode,
-                                      uint32_t value);
+                                      uint32_t value) VDRZAX_NONNULL(1);
 
 /*
  * Add a bridge to a router instance.
@@ -433,16 +446,17 @@ VDRZAX_API int VDRZAX_BridgeSetConfig(const char* instanceName, uint32_t command
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_BridgeAdd(const char* instanceName, uint32_t value);
+VDRZAX_API int VDRZAX_BridgeAdd(const char* instanceName, uint32_t value) VDRZAX_NONNULL(1);
 
 /* Delete a bridge of a router instance. instanceName, value and result as VDRZAX_BridgeAdd. */
-VDRZAX_API int VDRZAX_BridgeDel(const char* instanceName, uint32_t value);
+VDRZAX_API int VDRZAX_BridgeDel(const char* instanceName, uint32_t value) VDRZAX_NONNULL(1);
 
 /*
  * Set the administrative state of the high availability of a router instance's bridges. `state` is
  * a u32 whose meaning is the kernel's; instanceName and result as VDRZAX_BridgeAdd.
  */
-VDRZAX_API int VDRZAX_BridgeSetHAAdminState(const char* instanceName, uint32_t state);
+VDRZAX_API int VDRZAX_BridgeSetHAAdminState(const char* instanceName, uint32_t state)
+    VDRZAX_NONNULL(1);
 
 /*
  * Enable a bridge of a router instance.
@@ -454,10 +468,10 @@ VDRZAX_API int VDRZAX_BridgeSetHAAdminState(const char* instanceName, uint32_t s
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_BridgeEnable(const char* instanceName, uint8_t value);
+VDRZAX_API int VDRZAX_BridgeEnable(const char* instanceName, uint8_t value) VDRZAX_NONNULL(1);
 
 /* Disable a bridge of a router instance. instanceName, value and result as VDRZAX_BridgeEnable. */
-VDRZAX_API int VDRZAX_BridgeDisable(const char* instanceName, uint8_t value);
+VDRZAX_API int VDRZAX_BridgeDisable(const char* instanceName, uint8_t value) VDRZAX_NONNULL(1);
 
 /*
  * List bridge clusters: at most 10 BridgeClusterRecord, to be given to
@@ -466,23 +480,27 @@ VDRZAX_API int VDRZAX_BridgeDisable(const char* instanceName, uint8_t value);
  * name  Name of the cluster's owner, text of at most 63 characters (a longer one is cut), or NULL
  *       for none: the field is then zero.
  */
-VDRZAX_API int VDRZAX_GetBridgeClusters(const char* name, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgeClusters(const char* name, RecordList** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * List the nodes of bridge clusters: at most 100 BridgeClusterNodeRecord, to be given to
  * VDRZAX_ReleaseBridgeClusterNodes. `name` as VDRZAX_GetBridgeClusters.
  */
-VDRZAX_API int VDRZAX_GetBridgeClusterNodes(const char* name, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgeClusterNodes(const char* name, RecordList** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * Fetch bridge clusters into `list`, a header of the caller's. What the fetches share is said at
  * the top; `name` as VDRZAX_GetBridgeClusters. After a failed command the header was freed, as
  * after any other failure.
  */
-VDRZAX_API int VDRZAXGetBridgeClusters(const char* name, RecordList* list);
+VDRZAX_API VDRZAX_CHECKED int VDRZAXGetBridgeClusters(const char* name, RecordList* list)
+    VDRZAX_NONNULL(2);
 
 /* Fetch the nodes of bridge clusters into `list`, as VDRZAXGetBridgeClusters. */
-VDRZAX_API int VDRZAXGetBridgeClusterNodes(const char* name, RecordList* list);
+VDRZAX_API VDRZAX_CHECKED int VDRZAXGetBridgeClusterNodes(const char* name, RecordList* list)
+    VDRZAX_NONNULL(2);
 
 /*
  * Create a bridge cluster, or delete it.
@@ -493,7 +511,7 @@ VDRZAX_API int VDRZAXGetBridgeClusterNodes(const char* name, RecordList* list);
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_BridgeClusterSet(const char* name, uint8_t create);
+VDRZAX_API int VDRZAX_BridgeClusterSet(const char* name, uint8_t create) VDRZAX_NONNULL(1);
 
 /*
  * Add a node to a bridge cluster, or remove it.
@@ -509,7 +527,7 @@ VDRZAX_API int VDRZAX_BridgeClusterSet(const char* name, uint8_t create);
  * Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_BridgeClusterNodeSet(const char* name, const char* nodeName,
-                                           const MacValue* mac, uint8_t add);
+                                           const MacValue* mac, uint8_t add) VDRZAX_NONNULL(1, 2);
 
 /*
  * Flush all bridge clusters, or one.
@@ -545,7 +563,8 @@ VDRZAX_API int VDRZAX_SetBridgeClusterDebug(const char* name, uint8_t level);
  * Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_BridgeClusterBfdHAProfileSet(const char* name, uint8_t profile,
-                                                   uint32_t value1, uint32_t value2);
+                                                   uint32_t value1, uint32_t value2)
+    VDRZAX_NONNULL(1);
 
 /*
  * Free a list of VDRZAX_GetBridgeClusters or VDRZAXGetBridgeClusters, entries and header. NULL is
@@ -573,7 +592,8 @@ VDRZAX_API void VDRZAX_ReleaseBridgeClusterNodes(RecordList* list);
  */
 VDRZAX_API int VDRZAX_BridgeLocalTransportNodeSet(const char* name1, const char* name2,
                                                   const char* name3, uint32_t value,
-                                                  const void* bytes, uint8_t set);
+                                                  const void* bytes, uint8_t set)
+    VDRZAX_NONNULL(1, 2, 3, 5);
 
 /*
  * Read the local transport node.
@@ -585,7 +605,7 @@ VDRZAX_API int VDRZAX_BridgeLocalTransportNodeSet(const char* name1, const char*
  * The length of the reply is not handed back. Returns 0, or -1 with the errno of the device; the
  * buffer then holds what the kernel wrote, or is untouched.
  */
-VDRZAX_API int VDRZAX_BridgeGetLocalTransportNode(void* buffer, uint32_t selector);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_BridgeGetLocalTransportNode(void* buffer, uint32_t selector);
 
 /*
  * List bridge endpoints: at most 28672 BridgeEndpointRecord, to be given to
@@ -594,7 +614,8 @@ VDRZAX_API int VDRZAX_BridgeGetLocalTransportNode(void* buffer, uint32_t selecto
  * name  Instance name, text of at most 63 characters (a longer one is cut), or NULL for none: the
  *       field is then zero.
  */
-VDRZAX_API int VDRZAX_GetBridgeEndpoints(const char* name, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgeEndpoints(const char* name, RecordList** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * List the BFD sessions of bridge endpoints: at most 2867200 BridgeBfdSessionRecord, to be given to
@@ -604,20 +625,23 @@ VDRZAX_API int VDRZAX_GetBridgeEndpoints(const char* name, RecordList** out);
  * 111820800 bytes, and as much again for its entries, whatever the kernel returns. ENOMEM is to be
  * expected on a small host.
  */
-VDRZAX_API int VDRZAX_GetBridgeBFDSessions(const char* name, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgeBFDSessions(const char* name, RecordList** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * Fetch bridge endpoints into `list`, a header of the caller's. What the fetches share is said at
  * the top; `name` as VDRZAX_GetBridgeEndpoints. After a failed command the header was freed, as
  * after any other failure.
  */
-VDRZAX_API int VDRZAXGetBridgeEndpoints(const char* name, RecordList* list);
+VDRZAX_API VDRZAX_CHECKED int VDRZAXGetBridgeEndpoints(const char* name, RecordList* list)
+    VDRZAX_NONNULL(2);
 
 /*
  * Fetch the BFD sessions of bridge endpoints into `list`, as VDRZAXGetBridgeEndpoints, with the
  * memory that VDRZAX_GetBridgeBFDSessions tells of.
  */
-VDRZAX_API int VDRZAXGetBridgeBFDSessions(const char* name, RecordList* list);
+VDRZAX_API VDRZAX_CHECKED int VDRZAXGetBridgeBFDSessions(const char* name, RecordList* list)
+    VDRZAX_NONNULL(2);
 
 /*
  * Free a list of VDRZAX_GetBridgeEndpoints or VDRZAXGetBridgeEndpoints, entries and header. NULL is
@@ -640,7 +664,7 @@ VDRZAX_API void VDRZAX_ReleaseBridgeBFDSessions(RecordList* list);
  * Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_PlumbBFDPortConnection(const char* portName, const char* name2,
-                                             const MacValue* mac);
+                                             const MacValue* mac) VDRZAX_NONNULL(1, 2);
 
 /*
  * Unplumb the BFD port connection.
@@ -650,7 +674,7 @@ VDRZAX_API int VDRZAX_PlumbBFDPortConnection(const char* portName, const char* n
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_UnPlumbBFDPortConnection(const char* portName);
+VDRZAX_API int VDRZAX_UnPlumbBFDPortConnection(const char* portName) VDRZAX_NONNULL(1);
 
 /*
  * Read the BFD port connections of the host in the kernel's own format.
@@ -661,7 +685,7 @@ VDRZAX_API int VDRZAX_UnPlumbBFDPortConnection(const char* portName);
  * The length of the reply is not handed back. Returns 0, or -1 with the errno of the device; the
  * buffer then holds what the kernel wrote, or is untouched.
  */
-VDRZAX_API int VDRZAX_GetBFDPortConnections(void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBFDPortConnections(void* buffer);
 
 #ifdef __cplusplus
 }

@@ -26,6 +26,25 @@
 /* Marks what the library exports; each declaration stands on the line of its macro. */
 #define VDRZAX_API __attribute__((visibility("default")))
 
+/*
+ * What compilers are told, so that they warn. VDRZAX_CHECKED: the result says whether the caller's
+ * memory was filled, so who ignores it reads what may not be there. Commands that only change
+ * something lack it: an agent may clean up without looking. VDRZAX_NONNULL: the arguments, counted
+ * from 1, that fault when they are NULL; those that are tested, optional or the kernel's to judge
+ * are not named. Which Release frees what cannot be told, because compilers pair an allocation with
+ * its release only where a function returns it, and here it comes by an output pointer.
+ *
+ * VDRZAX_NO_HINTS leaves all of it out, for code that tries what NULL does, as the library's tests,
+ * or that has decltype of a function as a template argument, where gcc complains of attributes.
+ */
+#if defined(__GNUC__) && !defined(VDRZAX_NO_HINTS)
+#define VDRZAX_CHECKED __attribute__((warn_unused_result))
+#define VDRZAX_NONNULL(...) __attribute__((nonnull(__VA_ARGS__)))
+#else
+#define VDRZAX_CHECKED
+#define VDRZAX_NONNULL(...)
+#endif
+
 #ifdef __cplusplus
 extern "C" {
 #endif
@@ -98,7 +117,7 @@ VDRZAX_API int VDRZAXIoctl(int request, IoctlEnvelope* env);
  * UUID text is recognised but never turned into bytes, because the datapath knows objects by their
  * text. Returns nothing and touches no device.
  */
-VDRZAX_API void VDRZAXGetUuidOrName(const char* text, char* out);
+VDRZAX_API void VDRZAXGetUuidOrName(const char* text, char* out) VDRZAX_NONNULL(1, 2);
 
 #ifdef __cplusplus
 }

@@ -44,7 +44,7 @@ static_assert(offsetof(E2ITable, entries) == 4, "E2ITable.entries");
  * Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_AddE2I(uint32_t key, uint32_t value2, const MacValue* mac, uint32_t value4,
-                             uint32_t value5);
+                             uint32_t value5) VDRZAX_NONNULL(3);
 
 /*
  * Delete one entry of the E2I table.
@@ -70,7 +70,7 @@ VDRZAX_API int VDRZAX_DelAllE2I(void);
  * errno of the device. `*out` is NULL when the entry could not be allocated and untouched after any
  * other failure.
  */
-VDRZAX_API int VDRZAX_GetE2IEntry(uint32_t key, E2IEntry** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetE2IEntry(uint32_t key, E2IEntry** out) VDRZAX_NONNULL(2);
 
 /*
  * Read the whole E2I table.
@@ -85,7 +85,7 @@ VDRZAX_API int VDRZAX_GetE2IEntry(uint32_t key, E2IEntry** out);
  * failed command, after EBADMSG and when the reply buffer could not be allocated; it is NULL when
  * the table could not be allocated.
  */
-VDRZAX_API int VDRZAX_GetE2ITable(E2ITable** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetE2ITable(E2ITable** out) VDRZAX_NONNULL(1);
 
 /*
  * Free a table of VDRZAX_GetE2ITable. NULL is ignored. The entries are freed only when the count is
@@ -123,7 +123,7 @@ VDRZAX_API int VDRZAX_DelPmac(const MacValue* mac);
  * Returns 0, or -1 with the errno of the device; the buffer is then as the kernel left it. The
  * length of the reply is not told, so clear the buffer first where that matters.
  */
-VDRZAX_API int VDRZAX_GetPmac(void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetPmac(void* buffer);
 
 /*
  * Read the locale identifier.
@@ -133,7 +133,7 @@ VDRZAX_API int VDRZAX_GetPmac(void* buffer);
  * Returns 0, or -1 with the errno of the device; the buffer is then as the kernel left it. The
  * length of the reply is not told.
  */
-VDRZAX_API int VDRZAX_GetLocaleId(void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetLocaleId(void* buffer);
 
 /*
  * Read one FL table, in the kernel's own layout.
@@ -145,7 +145,7 @@ VDRZAX_API int VDRZAX_GetLocaleId(void* buffer);
  * Returns 0, or -1 with the errno of the device; the buffer is then as the kernel left it. The
  * length of the reply is not told, so clear the buffer first where that matters.
  */
-VDRZAX_API int VDRZAX_DumpFLTable(uint16_t selector, void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_DumpFLTable(uint16_t selector, void* buffer);
 
 #ifdef __cplusplus
 }

@@ -105,7 +105,8 @@ static_assert(sizeof(CPSyncStateRecord) == 1420, "CPSyncStateRecord is 1420 byte
  * `*out` is untouched after EINVAL, after a failed command and when the reply buffer could not be
  * allocated; it is NULL after EBADMSG and when the record could not be allocated.
  */
-VDRZAX_API int VDRZAX_GetInstance(const char* name, InstanceRecord** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetInstance(const char* name, InstanceRecord** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * List router instances.
@@ -120,7 +121,8 @@ VDRZAX_API int VDRZAX_GetInstance(const char* name, InstanceRecord** out);
  * empty reply is a list with count 0. Returns -1 with ENOMEM, EBADMSG (the reply ends inside a
  * record; no partial list is returned) or the errno of the device; `*out` is then NULL.
  */
-VDRZAX_API int VDRZAX_GetInstances(const char* name, uint8_t filter, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetInstances(const char* name, uint8_t filter,
+                                                  RecordList** out) VDRZAX_NONNULL(3);
 
 /*
  * Create a router instance, or update it when it exists.
@@ -156,8 +158,8 @@ VDRZAX_API int VDRZAX_DelVdrInstance(const char* name);
  *
  * Returns 0, or -1 with EINVAL (name is NULL) or the errno of the device.
  */
-VDRZAX_API int VDRZAX_SetVdrInstanceTunables(const char* name, const char* tunables,
-                                             uint32_t value);
+VDRZAX_API int VDRZAX_SetVdrInstanceTunables(const char* name, const char* tunables, uint32_t value)
+    VDRZAX_NONNULL(2);
 
 /* Free a record of VDRZAX_GetInstance. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseInstance(InstanceRecord* record);
@@ -180,7 +182,8 @@ VDRZAX_API void VDRZAX_ReleaseInstances(RecordList* list);
  * after a failed command and when the reply buffer could not be allocated; it is NULL after EBADMSG
  * and when the record could not be allocated.
  */
-VDRZAX_API int VDRZAX_GetVdrInstanceCPStats(const char* name, StatsRecord** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetVdrInstanceCPStats(const char* name, StatsRecord** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * Reset the control-plane counters of a router instance.
@@ -203,15 +206,17 @@ VDRZAX_API int VDRZAX_ResetVdrInstanceCPStats(const char* name);
  * Returns, and leaves `*out`, as VDRZAX_GetVdrInstanceCPStats does; EINVAL means that instanceName
  * is NULL.
  */
-VDRZAX_API int VDRZAX_GetLifStats(const char* instanceName, const char* interfaceName,
-                                  StatsRecord** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetLifStats(const char* instanceName,
+                                                 const char* interfaceName, StatsRecord** out)
+    VDRZAX_NONNULL(2, 3);
 
 /*
  * Read the counters of a logical interface that the kernel has cached. All else as
  * VDRZAX_GetLifStats.
  */
-VDRZAX_API int VDRZAX_GetLifStatsCached(const char* instanceName, const char* interfaceName,
-                                        StatsRecord** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetLifStatsCached(const char* instanceName,
+                                                       const char* interfaceName, StatsRecord** out)
+    VDRZAX_NONNULL(2, 3);
 
 /*
  * Reset the counters of a logical interface.
@@ -222,7 +227,8 @@ VDRZAX_API int VDRZAX_GetLifStatsCached(const char* instanceName, const char* in
  *
  * Returns 0, or -1 with EINVAL (instanceName is NULL) or the errno of the device.
  */
-VDRZAX_API int VDRZAX_ResetLifStats(const char* instanceName, const char* interfaceName);
+VDRZAX_API int VDRZAX_ResetLifStats(const char* instanceName, const char* interfaceName)
+    VDRZAX_NONNULL(2);
 
 /*
  * Read the counters of the datapath as a whole.
@@ -231,7 +237,7 @@ VDRZAX_API int VDRZAX_ResetLifStats(const char* instanceName, const char* interf
  *
  * Returns, and leaves `*out`, as VDRZAX_GetVdrInstanceCPStats does, but never with EINVAL.
  */
-VDRZAX_API int VDRZAX_GetVdrDiStats(StatsRecord** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetVdrDiStats(StatsRecord** out) VDRZAX_NONNULL(1);
 
 /* Reset the counters of the datapath as a whole. Returns 0, or -1 with the errno of the device. */
 VDRZAX_API int VDRZAX_ResetVdrDiStats(void);
@@ -251,7 +257,9 @@ VDRZAX_API void VDRZAX_ReleaseStats(StatsRecord* record);
  * EINVAL, after a failed command and when the reply buffer could not be allocated; it is NULL after
  * EBADMSG and when the record could not be allocated.
  */
-VDRZAX_API int VDRZAX_GetVdrInstanceCPSyncState(const char* name, CPSyncStateRecord** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetVdrInstanceCPSyncState(const char* name,
+                                                               CPSyncStateRecord** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * Set the control-plane sync state of a router instance.
@@ -291,16 +299,16 @@ VDRZAX_API int VDRZAX_SetCPIp(const char* name, uint32_t address);
  * caller's variable is then untouched. The length of the reply is not examined: a kernel that
  * succeeds with fewer than 4 bytes leaves the value undefined.
  */
-VDRZAX_API int VDRZAX_GetLogLevel(uint32_t* level);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetLogLevel(uint32_t* level);
 
 /* Read the extended log level of the datapath, as VDRZAX_GetLogLevel. */
-VDRZAX_API int VDRZAX_GetExtendedLogLevel(uint32_t* level);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetExtendedLogLevel(uint32_t* level);
 
 /* Read the statistics level of the datapath, as VDRZAX_GetLogLevel. */
-VDRZAX_API int VDRZAX_GetStatsLevel(uint32_t* level);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetStatsLevel(uint32_t* level);
 
 /* Read the size of the transmit dispatch queue of the datapath, as VDRZAX_GetLogLevel. */
-VDRZAX_API int VDRZAX_GetTxDispQueueSize(uint32_t* size);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetTxDispQueueSize(uint32_t* size);
 
 /*
  * Set the log level of the datapath.
@@ -344,7 +352,7 @@ VDRZAX_API int VDRZAX_PreUnload(void);
  */
 VDRZAX_API int VDRZAX_PlumbVdrConnection(const char* connectionName, const char* second,
                                          uint64_t third, const char* fourth, const char* fifth,
-                                         const char* sixth, uint32_t seventh);
+                                         const char* sixth, uint32_t seventh) VDRZAX_NONNULL(1, 2);
 
 /*
  * Unplumb a connection: remove it from the datapath.
@@ -354,7 +362,7 @@ VDRZAX_API int VDRZAX_PlumbVdrConnection(const char* connectionName, const char*
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_UnPlumbVdrConnection(const char* connectionName);
+VDRZAX_API int VDRZAX_UnPlumbVdrConnection(const char* connectionName) VDRZAX_NONNULL(1);
 
 /*
  * Read all connections.
@@ -365,7 +373,7 @@ VDRZAX_API int VDRZAX_UnPlumbVdrConnection(const char* connectionName);
  * not reported: clear the buffer first to tell. Returns 0, or -1 with the errno of the device; the
  * buffer then holds what the kernel left there.
  */
-VDRZAX_API int VDRZAX_GetConnections(void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetConnections(void* buffer);
 
 /*
  * Read one connection, into at least 152 bytes. `buffer` and result as VDRZAX_GetConnections.
@@ -373,10 +381,12 @@ VDRZAX_API int VDRZAX_GetConnections(void* buffer);
  * connectionName  Text of at most 63 characters (a longer one is cut), required; NULL is not tested
  *                 and faults.
  */
-VDRZAX_API int VDRZAX_GetConnection(const char* connectionName, void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetConnection(const char* connectionName, void* buffer)
+    VDRZAX_NONNULL(1);
 
 /* Read the virtual MAC address of a connection, 6 bytes, as VDRZAX_GetConnection. */
-VDRZAX_API int VDRZAX_GetVMAC(const char* connectionName, void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetVMAC(const char* connectionName, void* buffer)
+    VDRZAX_NONNULL(1);
 
 /*
  * Ask whether the deletion of connections is pending.
@@ -388,7 +398,7 @@ VDRZAX_API int VDRZAX_GetVMAC(const char* connectionName, void* buffer);
  * then untouched. The length of the reply is not examined: a kernel that succeeds with fewer than 4
  * bytes leaves the value undefined.
  */
-VDRZAX_API int VDRZAX_VDRDevCheckConnDeletion(uint32_t* result);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_VDRDevCheckConnDeletion(uint32_t* result) VDRZAX_NONNULL(1);
 
 #ifdef __cplusplus
 }

@@ -84,7 +84,7 @@ static_assert(offsetof(LifRecord, skipped705) == 705, "LifRecord.skipped705");
  */
 VDRZAX_API int VDRZAX_SetLif(const char* lifName, const char* auxName, uint32_t a3, uint32_t a4,
                              uint32_t a5, uint32_t a6, uint32_t a7, int32_t flagsWord,
-                             const char* instanceName, const MacValue* extra);
+                             const char* instanceName, const MacValue* extra) VDRZAX_NONNULL(1, 2);
 
 /*
  * Delete a LIF.
@@ -97,7 +97,8 @@ VDRZAX_API int VDRZAX_SetLif(const char* lifName, const char* auxName, uint32_t 
  *
  * Returns 0, or -1 with EINVAL (instanceName is NULL) or the errno of the device.
  */
-VDRZAX_API int VDRZAX_DelLif(const char* lifName, const char* auxName, const char* instanceName);
+VDRZAX_API int VDRZAX_DelLif(const char* lifName, const char* auxName, const char* instanceName)
+    VDRZAX_NONNULL(1, 2);
 
 /*
  * Read one LIF.
@@ -111,10 +112,12 @@ VDRZAX_API int VDRZAX_DelLif(const char* lifName, const char* auxName, const cha
  * `*out` is untouched after EINVAL, after a failed command and when the reply buffer could not be
  * allocated; it is NULL after EBADMSG and when the record could not be allocated.
  */
-VDRZAX_API int VDRZAX_GetLif(const char* instanceName, const char* lifName, LifRecord** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetLif(const char* instanceName, const char* lifName,
+                                            LifRecord** out) VDRZAX_NONNULL(3);
 
 /* Read one bridge LIF, as VDRZAX_GetLif. */
-VDRZAX_API int VDRZAX_GetBridgeLif(const char* instanceName, const char* lifName, LifRecord** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgeLif(const char* instanceName, const char* lifName,
+                                                  LifRecord** out) VDRZAX_NONNULL(3);
 
 /*
  * List the LIFs of a router instance.
@@ -133,7 +136,8 @@ VDRZAX_API int VDRZAX_GetBridgeLif(const char* instanceName, const char* lifName
  * Set errno to 0 before the call, and when it has one of the two values afterwards, neither read
  * nor release the list.
  */
-VDRZAX_API int VDRZAX_GetLifs(const char* instanceName, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetLifs(const char* instanceName, RecordList** out)
+    VDRZAX_NONNULL(1, 2);
 
 /*
  * List the LIFs of an external VLAN. No instance is named.
@@ -145,7 +149,8 @@ VDRZAX_API int VDRZAX_GetLifs(const char* instanceName, RecordList** out);
  * reply is a list with count 0. Returns -1 with ENOMEM, EBADMSG (the reply ends inside a record; no
  * partial list is returned) or the errno of the device; `*out` is then NULL.
  */
-VDRZAX_API int VDRZAX_GetExtVlanLifs(uint16_t vlanId, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetExtVlanLifs(uint16_t vlanId, RecordList** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * List the bridge LIFs of a router instance.
@@ -157,7 +162,8 @@ VDRZAX_API int VDRZAX_GetExtVlanLifs(uint16_t vlanId, RecordList** out);
  * Returns, and leaves `*out`, as VDRZAX_GetExtVlanLifs does. When the command fails, the 16 bytes
  * of the header are lost: agents may have kept their address, so they are not given back.
  */
-VDRZAX_API int VDRZAX_GetBridgeLifs(const char* instanceName, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetBridgeLifs(const char* instanceName, RecordList** out)
+    VDRZAX_NONNULL(1, 2);
 
 /* Free a record of VDRZAX_GetLif or VDRZAX_GetBridgeLif. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseLif(LifRecord* record);
@@ -265,7 +271,8 @@ VDRZAX_API int VDRZAX_ConfigureLifDhcpRelay(const char* instanceName, const char
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_RAMTUSetv6(const char* instanceName, const char* lifName, uint32_t mtu);
+VDRZAX_API int VDRZAX_RAMTUSetv6(const char* instanceName, const char* lifName, uint32_t mtu)
+    VDRZAX_NONNULL(1, 2);
 
 /*
  * Enable or disable multicast routing on a LIF.
@@ -293,7 +300,8 @@ VDRZAX_API int VDRZAX_SetLifMcastRouting(const char* instanceName, const char* l
  * Returns 0, or -1 with EINVAL (instanceName is NULL) or the errno of the device.
  */
 VDRZAX_API int VDRZAX_SetMcastRouting(const char* instanceName, const char* name2, uint32_t value1,
-                                      uint32_t value2, uint16_t value3, uint8_t flag);
+                                      uint32_t value2, uint16_t value3, uint8_t flag)
+    VDRZAX_NONNULL(2);
 
 #ifdef __cplusplus
 }

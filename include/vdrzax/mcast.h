@@ -81,8 +81,8 @@ static_assert(offsetof(MRoutingMcastGroup, group2) == 8, "MRoutingMcastGroup.gro
  * bytes of the list's header are not given back: `*out` named them while the command ran, and
  * another thread of the agent may have kept their address.
  */
-VDRZAX_API int VDRZAX_GetMRoutingLocalRcvrs(const char* instanceName, uint32_t key,
-                                            RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetMRoutingLocalRcvrs(const char* instanceName, uint32_t key,
+                                                           RecordList** out) VDRZAX_NONNULL(1, 3);
 
 /*
  * Add a local receiver to a router instance.
@@ -96,11 +96,11 @@ VDRZAX_API int VDRZAX_GetMRoutingLocalRcvrs(const char* instanceName, uint32_t k
  * Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_AddMRoutingLocalRcvrs(const char* instanceName, uint32_t key,
-                                            const char* rcvrName);
+                                            const char* rcvrName) VDRZAX_NONNULL(1);
 
 /* Delete a local receiver of a router instance, as VDRZAX_AddMRoutingLocalRcvrs. */
 VDRZAX_API int VDRZAX_DelMRoutingLocalRcvrs(const char* instanceName, uint32_t key,
-                                            const char* rcvrName);
+                                            const char* rcvrName) VDRZAX_NONNULL(1);
 
 /* Free a list of VDRZAX_GetMRoutingLocalRcvrs, header and entries. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseMRoutingLocalRcvrs(RecordList* list);
@@ -121,8 +121,8 @@ VDRZAX_API void VDRZAX_ReleaseMRoutingLocalRcvrs(RecordList* list);
  * reply shorter than 4 bytes has a count that is undefined. `*out` is untouched after a failed
  * command and when the reply buffer could not be allocated; it is NULL after any other failure.
  */
-VDRZAX_API int VDRZAX_GetMRoutingRemoteRcvrs(const char* instanceName, uint32_t key,
-                                             VTEPTable** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetMRoutingRemoteRcvrs(const char* instanceName, uint32_t key,
+                                                            VTEPTable** out) VDRZAX_NONNULL(1, 3);
 
 /*
  * Free a table of VDRZAX_GetMRoutingRemoteRcvrs. NULL is ignored. The entries are freed only when
@@ -143,7 +143,8 @@ VDRZAX_API void VDRZAX_ReleaseVTEPTable(VTEPTable* table);
  * Returns 0, or -1 with the errno of the device.
  */
 VDRZAX_API int VDRZAX_AddMRoutingRemoteRcvrs(const char* instanceName, uint32_t a, uint32_t b,
-                                             const MacValue* c, uint32_t d, uint32_t e);
+                                             const MacValue* c, uint32_t d, uint32_t e)
+    VDRZAX_NONNULL(1, 4);
 
 /*
  * Delete a remote receiver of a router instance.
@@ -158,7 +159,8 @@ VDRZAX_API int VDRZAX_AddMRoutingRemoteRcvrs(const char* instanceName, uint32_t 
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_DelMRoutingRemoteRcvrs(const char* instanceName, uint32_t a, uint32_t b);
+VDRZAX_API int VDRZAX_DelMRoutingRemoteRcvrs(const char* instanceName, uint32_t a, uint32_t b)
+    VDRZAX_NONNULL(1);
 
 /*
  * Read the multicast routing domain of a router instance.
@@ -172,7 +174,8 @@ VDRZAX_API int VDRZAX_DelMRoutingRemoteRcvrs(const char* instanceName, uint32_t 
  * untouched after a failed command and when the reply buffer could not be allocated; it is NULL
  * after EBADMSG and when the record could not be allocated.
  */
-VDRZAX_API int VDRZAX_GetMRoutingDomain(const char* instanceName, MRoutingDomain** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetMRoutingDomain(const char* instanceName,
+                                                       MRoutingDomain** out) VDRZAX_NONNULL(1, 2);
 
 /* Free a record of VDRZAX_GetMRoutingDomain. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseMRoutingDomainData(MRoutingDomain* rec);
@@ -191,7 +194,9 @@ VDRZAX_API void VDRZAX_ReleaseMRoutingDomainData(MRoutingDomain* rec);
  * ended. Returns -1 with ENOMEM or the errno of the device; `*out` is then NULL. When the command
  * itself fails, the 16 bytes of the list's header are not given back, as with the local receivers.
  */
-VDRZAX_API int VDRZAX_GetMRoutingAllMcastGroups(const char* instanceName, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetMRoutingAllMcastGroups(const char* instanceName,
+                                                               RecordList** out)
+    VDRZAX_NONNULL(1, 2);
 
 /* Free a list of VDRZAX_GetMRoutingAllMcastGroups, header and entries. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseMRoutingMcastGroups(RecordList* list);
@@ -209,13 +214,15 @@ VDRZAX_API void VDRZAX_ReleaseMRoutingMcastGroups(RecordList* list);
  * anything, also after a failure: the length of the reply is not examined, so set it before the
  * call where that matters.
  */
-VDRZAX_API int VDRZAX_GetMRoutingReplicationIP(const char* instanceName, uint32_t key,
-                                               uint32_t* outIp);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetMRoutingReplicationIP(const char* instanceName,
+                                                              uint32_t key, uint32_t* outIp)
+    VDRZAX_NONNULL(1);
 
 /*
  * Read the address of a multicast router of a router instance, as VDRZAX_GetMRoutingReplicationIP.
  */
-VDRZAX_API int VDRZAX_GetMRoutingMRouterIP(const char* instanceName, uint32_t key, uint32_t* outIp);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetMRoutingMRouterIP(const char* instanceName, uint32_t key,
+                                                          uint32_t* outIp) VDRZAX_NONNULL(1);
 
 /*
  * Add a multicast router to a router instance.
@@ -226,7 +233,7 @@ VDRZAX_API int VDRZAX_GetMRoutingMRouterIP(const char* instanceName, uint32_t ke
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_AddMRoutingMRouter(const char* instanceName, uint32_t ip);
+VDRZAX_API int VDRZAX_AddMRoutingMRouter(const char* instanceName, uint32_t ip) VDRZAX_NONNULL(1);
 
 /*
  * Delete the multicast router of a router instance. No address is sent: the instance alone is
@@ -237,7 +244,7 @@ VDRZAX_API int VDRZAX_AddMRoutingMRouter(const char* instanceName, uint32_t ip);
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_DelMRoutingMRouter(const char* instanceName);
+VDRZAX_API int VDRZAX_DelMRoutingMRouter(const char* instanceName) VDRZAX_NONNULL(1);
 
 #ifdef __cplusplus
 }

@@ -99,7 +99,8 @@ VDRZAX_API int VDRZAX_DelPolicy(uint32_t policyKey, uint32_t policyArg1, uint32_
  * empty reply is a list with count 0. Returns -1 with ENOMEM, EBADMSG (the reply ends inside a
  * record of 28 bytes; no partial list is returned) or the errno of the device; `*out` is then NULL.
  */
-VDRZAX_API int VDRZAX_GetPolicy(uint32_t policyKey, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetPolicy(uint32_t policyKey, RecordList** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * Count the policies of a key.
@@ -112,7 +113,8 @@ VDRZAX_API int VDRZAX_GetPolicy(uint32_t policyKey, RecordList** out);
  * Unlike the settings, the number passes through a reply buffer of 4 bytes. After EBADMSG that
  * buffer is lost: agents that count allocations expect it to stay, on this path alone.
  */
-VDRZAX_API int VDRZAX_GetPolicyCount(uint32_t policyKey, uint32_t* count);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetPolicyCount(uint32_t policyKey, uint32_t* count)
+    VDRZAX_NONNULL(2);
 
 /* Free a list of VDRZAX_GetPolicy, header and entries. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseAllPolicy(RecordList* list);
@@ -127,7 +129,8 @@ VDRZAX_API void VDRZAX_ReleaseAllPolicy(RecordList* list);
  *
  * Returns 0, or -1 with the errno of the device; `result` is as said at the top.
  */
-VDRZAX_API int VDRZAX_SetPolicyTable(uint32_t policyKey, const char* tableName, void* result);
+VDRZAX_API int VDRZAX_SetPolicyTable(uint32_t policyKey, const char* tableName, void* result)
+    VDRZAX_NONNULL(2);
 
 /*
  * Delete a policy table. The key alone is sent.
@@ -149,7 +152,7 @@ VDRZAX_API int VDRZAX_DelPolicyTable(uint32_t policyKey, void* result);
  * EBADMSG (the reply ends inside a record of 72 bytes; no partial list is returned) or the errno of
  * the device; `*out` is then NULL.
  */
-VDRZAX_API int VDRZAX_GetPolicyTable(RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetPolicyTable(RecordList** out) VDRZAX_NONNULL(1);
 
 /* Free a list of VDRZAX_GetPolicyTable, header and entries. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseAllPolicyTable(RecordList* list);
@@ -203,8 +206,9 @@ VDRZAX_API int VDRZAX_DelLifPolicy(int32_t policyType, const char* policyLifName
  * `*out` is then untouched), ENOMEM, EBADMSG (the reply ends inside a record of 668 bytes; no
  * partial list is returned) or the errno of the device; `*out` is then NULL.
  */
-VDRZAX_API int VDRZAX_GetLifPolicies(const char* instanceName, uint32_t policyType,
-                                     const char* policyLifName, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetLifPolicies(const char* instanceName, uint32_t policyType,
+                                                    const char* policyLifName, RecordList** out)
+    VDRZAX_NONNULL(1, 4);
 
 /*
  * Add a LIF's reference to policy tables.
@@ -251,8 +255,10 @@ VDRZAX_API int VDRZAX_DelLifPolicyTableRef(const char* instanceName, const char*
  * EINVAL, after a failed command and when the reply buffer could not be allocated; it is NULL after
  * EBADMSG and when the record could not be allocated.
  */
-VDRZAX_API int VDRZAX_GetLifPolicyTableRef(const char* instanceName, const char* lifName,
-                                           LifPolicyTableRef** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetLifPolicyTableRef(const char* instanceName,
+                                                          const char* lifName,
+                                                          LifPolicyTableRef** out)
+    VDRZAX_NONNULL(3);
 
 /* Free a record of VDRZAX_GetLifPolicyTableRef. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseLifPolicyTableRef(LifPolicyTableRef* record);

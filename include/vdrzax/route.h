@@ -106,10 +106,12 @@ VDRZAX_API int VDRZAX_DelRoute(uint32_t routeArg1, uint32_t routeArg2, uint32_t 
  * ENOMEM, EBADMSG (the reply ends inside a record; no partial list is returned) or the errno of the
  * device; `*out` is then NULL.
  */
-VDRZAX_API int VDRZAX_GetRoutes(const char* instanceName, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetRoutes(const char* instanceName, RecordList** out)
+    VDRZAX_NONNULL(1, 2);
 
 /* List the IPv4 routes for LIF selection of a router instance, as VDRZAX_GetRoutes. */
-VDRZAX_API int VDRZAX_GetLifSelectionRoutes(const char* instanceName, RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetLifSelectionRoutes(const char* instanceName,
+                                                           RecordList** out) VDRZAX_NONNULL(1, 2);
 
 /*
  * Read the IPv4 route that the datapath resolves a query to.
@@ -124,9 +126,9 @@ VDRZAX_API int VDRZAX_GetLifSelectionRoutes(const char* instanceName, RecordList
  * device. `*out` is untouched after EINVAL, after a failed command and when the reply buffer could
  * not be allocated; it is NULL after EBADMSG and when the record could not be allocated.
  */
-VDRZAX_API int VDRZAX_GetResolveRoute(const char* instanceName, uint32_t resolveArg1,
-                                      uint32_t resolveArg2, uint32_t resolveArg3,
-                                      RouteRecord** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetResolveRoute(const char* instanceName, uint32_t resolveArg1,
+                                                     uint32_t resolveArg2, uint32_t resolveArg3,
+                                                     RouteRecord** out) VDRZAX_NONNULL(5);
 
 /* Free a record of VDRZAX_GetResolveRoute. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseRoute(RouteRecord* record);
@@ -148,7 +150,7 @@ VDRZAX_API void VDRZAX_ReleaseRoutes(RecordList* list);
  * ENOMEM, EBADMSG (the reply ends inside a record; no partial list is returned) or the errno of the
  * device; `*out` is then NULL.
  */
-VDRZAX_API int VDRZAX_GetDemuxRoutes(RecordList** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetDemuxRoutes(RecordList** out) VDRZAX_NONNULL(1);
 
 /* Free a list of VDRZAX_GetDemuxRoutes, header and entries. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseDemuxRoutes(RecordList* list);
@@ -201,7 +203,8 @@ VDRZAX_API int VDRZAX_DelRoutev6(uint64_t destPart1, uint64_t destPart2, uint8_t
  *           still holds its address and must not be used, and `*count` is written from what the
  *           kernel left as length, the buffer's capacity when it left nothing
  */
-VDRZAX_API int VDRZAX_GetRoutesv6(const char* instanceName, void** table, uint32_t* count);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetRoutesv6(const char* instanceName, void** table,
+                                                 uint32_t* count) VDRZAX_NONNULL(1, 2, 3);
 
 /*
  * Add an ARP entry to a router instance.
@@ -217,19 +220,22 @@ VDRZAX_API int VDRZAX_GetRoutesv6(const char* instanceName, void** table, uint32
  * Returns 0, or -1 with EINVAL (instanceName is NULL) or the errno of the device.
  */
 VDRZAX_API int VDRZAX_SetArp(uint32_t ip, const char* macText, const char* ifName,
-                             const char* instanceName);
+                             const char* instanceName) VDRZAX_NONNULL(2, 3);
 
 /*
  * Delete an ARP entry of a router instance. Parameters, result and errors as VDRZAX_SetArp, without
  * a hardware address.
  */
-VDRZAX_API int VDRZAX_DelArp(uint32_t ip, const char* ifName, const char* instanceName);
+VDRZAX_API int VDRZAX_DelArp(uint32_t ip, const char* ifName, const char* instanceName)
+    VDRZAX_NONNULL(2);
 
 /* Add a proxy ARP entry to a router instance. Parameters, result and errors as VDRZAX_DelArp. */
-VDRZAX_API int VDRZAX_SetProxyArp(uint32_t ip, const char* ifName, const char* instanceName);
+VDRZAX_API int VDRZAX_SetProxyArp(uint32_t ip, const char* ifName, const char* instanceName)
+    VDRZAX_NONNULL(2);
 
 /* Delete a proxy ARP entry of a router instance, as VDRZAX_DelArp. */
-VDRZAX_API int VDRZAX_DelProxyArp(uint32_t ip, const char* ifName, const char* instanceName);
+VDRZAX_API int VDRZAX_DelProxyArp(uint32_t ip, const char* ifName, const char* instanceName)
+    VDRZAX_NONNULL(2);
 
 /*
  * Read the ARP entries of a router instance.
@@ -244,10 +250,12 @@ VDRZAX_API int VDRZAX_DelProxyArp(uint32_t ip, const char* ifName, const char* i
  * The length of the table is not handed back: it follows from the kernel's own format. Returns 0,
  * or -1 with the errno of the device; the buffer then holds what the kernel wrote, or is untouched.
  */
-VDRZAX_API int VDRZAX_GetArps(const char* instanceName, const char* ifName, void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetArps(const char* instanceName, const char* ifName,
+                                             void* buffer) VDRZAX_NONNULL(1);
 
 /* Read the proxy ARP entries of a router instance, as VDRZAX_GetArps. */
-VDRZAX_API int VDRZAX_GetProxyArps(const char* instanceName, const char* ifName, void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetProxyArps(const char* instanceName, const char* ifName,
+                                                  void* buffer) VDRZAX_NONNULL(1);
 
 /*
  * Clear the ARP entries of a router instance.
@@ -259,7 +267,7 @@ VDRZAX_API int VDRZAX_GetProxyArps(const char* instanceName, const char* ifName,
  *
  * Returns 0, or -1 with the errno of the device.
  */
-VDRZAX_API int VDRZAX_ClearArp(const char* instanceName, const char* ifName);
+VDRZAX_API int VDRZAX_ClearArp(const char* instanceName, const char* ifName) VDRZAX_NONNULL(1);
 
 /*
  * Add an IPv6 neighbour to a router instance.
@@ -277,38 +285,39 @@ VDRZAX_API int VDRZAX_ClearArp(const char* instanceName, const char* ifName);
  * Returns 0, or -1 with EINVAL (instanceName is NULL) or the errno of the device.
  */
 VDRZAX_API int VDRZAX_SetArpv6(uint64_t ipPart1, uint64_t ipPart2, const char* macText,
-                               const char* ifName, const char* instanceName);
+                               const char* ifName, const char* instanceName) VDRZAX_NONNULL(3, 4);
 
 /*
  * Delete an IPv6 neighbour of a router instance. Parameters, result and errors as VDRZAX_SetArpv6,
  * without a hardware address.
  */
 VDRZAX_API int VDRZAX_DelArpv6(uint64_t ipPart1, uint64_t ipPart2, const char* ifName,
-                               const char* instanceName);
+                               const char* instanceName) VDRZAX_NONNULL(3);
 
 /*
  * Add an IPv6 proxy neighbour to a router instance. Parameters, result and errors as
  * VDRZAX_DelArpv6.
  */
 VDRZAX_API int VDRZAX_SetProxyArpv6(uint64_t ipPart1, uint64_t ipPart2, const char* ifName,
-                                    const char* instanceName);
+                                    const char* instanceName) VDRZAX_NONNULL(3);
 
 /* Delete an IPv6 proxy neighbour of a router instance, as VDRZAX_DelArpv6. */
 VDRZAX_API int VDRZAX_DelProxyArpv6(uint64_t ipPart1, uint64_t ipPart2, const char* ifName,
-                                    const char* instanceName);
+                                    const char* instanceName) VDRZAX_NONNULL(3);
 
 /*
  * Read the IPv6 neighbours of a router instance. Parameters, result and errors as VDRZAX_GetArps,
  * but both names take 64 characters and are then sent without a terminator. Proxy neighbours have
  * no getter of their own.
  */
-VDRZAX_API int VDRZAX_GetArpsv6(const char* instanceName, const char* ifName, void* buffer);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetArpsv6(const char* instanceName, const char* ifName,
+                                               void* buffer) VDRZAX_NONNULL(1);
 
 /*
  * Clear the IPv6 neighbours of a router instance. Parameters, result and errors as VDRZAX_ClearArp,
  * but both names take 64 characters and are then sent without a terminator.
  */
-VDRZAX_API int VDRZAX_ClearArpv6(const char* instanceName, const char* ifName);
+VDRZAX_API int VDRZAX_ClearArpv6(const char* instanceName, const char* ifName) VDRZAX_NONNULL(1);
 
 /*
  * Clear the IPv6 path MTU table of the whole datapath; no instance is named. The name is

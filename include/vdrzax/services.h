@@ -87,10 +87,10 @@ static_assert(offsetof(VMPublicIPTable, entries) == 4, "VMPublicIPTable.entries"
  * anything, also after a failure: the length of the reply is not examined, so set it before the
  * call where that matters.
  */
-VDRZAX_API int VDRZAX_PerformFullSyncSave(uint8_t flag, uint32_t* status);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_PerformFullSyncSave(uint8_t flag, uint32_t* status);
 
 /* Read how the last save stands. `status` and result as VDRZAX_PerformFullSyncSave. */
-VDRZAX_API int VDRZAX_GetFullSyncSaveStatus(uint32_t* status);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetFullSyncSaveStatus(uint32_t* status);
 
 /*
  * Read the statistics of a software RSS object.
@@ -106,7 +106,8 @@ VDRZAX_API int VDRZAX_GetFullSyncSaveStatus(uint32_t* status);
  * -1 with EINVAL (name is NULL), ENOMEM or the errno of the device. `*out` is NULL when the record
  * could not be allocated and untouched after any other failure.
  */
-VDRZAX_API int VDRZAX_SoftRSSGetStats(const char* name, SoftRssStats** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_SoftRSSGetStats(const char* name, SoftRssStats** out)
+    VDRZAX_NONNULL(2);
 
 /*
  * Reset the statistics of a software RSS object.
@@ -128,7 +129,8 @@ VDRZAX_API int VDRZAX_SoftRSSStatsReset(const char* name);
  * unspecified bytes, so that tunables of an earlier call are never taken for current ones. The
  * length of the reply is not examined.
  */
-VDRZAX_API int VDRZAX_SoftRSSGetTunables(const char* name, SoftRssTunables* out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_SoftRSSGetTunables(const char* name, SoftRssTunables* out)
+    VDRZAX_NONNULL(2);
 
 /*
  * Set the tunables of a software RSS object.
@@ -139,7 +141,8 @@ VDRZAX_API int VDRZAX_SoftRSSGetTunables(const char* name, SoftRssTunables* out)
  *
  * Returns 0, or -1 with EINVAL (name is NULL) or the errno of the device.
  */
-VDRZAX_API int VDRZAX_SoftRSSSetTunables(const char* name, const SoftRssTunables* in);
+VDRZAX_API int VDRZAX_SoftRSSSetTunables(const char* name, const SoftRssTunables* in)
+    VDRZAX_NONNULL(2);
 
 /*
  * Read the indirection table of a software RSS object.
@@ -151,7 +154,8 @@ VDRZAX_API int VDRZAX_SoftRSSSetTunables(const char* name, const SoftRssTunables
  * untouched. After success all 128 bytes are written whatever the length of the reply: those that
  * the kernel did not fill are unspecified.
  */
-VDRZAX_API int VDRZAX_SoftRSSGetIndTable(const char* name, uint8_t* table);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_SoftRSSGetIndTable(const char* name, uint8_t* table)
+    VDRZAX_NONNULL(2);
 
 /*
  * Set the indirection table of a software RSS object.
@@ -164,7 +168,8 @@ VDRZAX_API int VDRZAX_SoftRSSGetIndTable(const char* name, uint8_t* table);
  *
  * Returns 0, or -1 with EINVAL (name is NULL) or the errno of the device.
  */
-VDRZAX_API int VDRZAX_SoftRSSTableSet(const char* name, const SoftRssIndTable* in);
+VDRZAX_API int VDRZAX_SoftRSSTableSet(const char* name, const SoftRssIndTable* in)
+    VDRZAX_NONNULL(2);
 
 /*
  * Add a mapping to the VM public IP table.
@@ -212,7 +217,8 @@ VDRZAX_API int VDRZAX_DelAllVMPublicIPEntries(void);
  * than 18 + 4 x its itemCount bytes. `*out` is untouched after any failure. When the command itself
  * fails the 1042 bytes are not given back, because the kernel may still be writing to them.
  */
-VDRZAX_API int VDRZAX_GetVMPublicIPEntry(uint32_t key, VMPublicIPEntry** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetVMPublicIPEntry(uint32_t key, VMPublicIPEntry** out)
+    VDRZAX_NONNULL(2);
 
 /* Free an entry of VDRZAX_GetVMPublicIPEntry. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseVMPublicIPEntry(VMPublicIPEntry* e);
@@ -229,7 +235,7 @@ VDRZAX_API void VDRZAX_ReleaseVMPublicIPEntry(VMPublicIPEntry* e);
  * does. `*out` is untouched after any failure. When the command itself fails the 8536068 bytes are
  * not given back, because the kernel may still be writing to them.
  */
-VDRZAX_API int VDRZAX_GetVMPublicIPTable(VMPublicIPTable** out);
+VDRZAX_API VDRZAX_CHECKED int VDRZAX_GetVMPublicIPTable(VMPublicIPTable** out) VDRZAX_NONNULL(1);
 
 /* Free a table of VDRZAX_GetVMPublicIPTable. NULL is ignored. */
 VDRZAX_API void VDRZAX_ReleaseVMPublicIPTable(VMPublicIPTable* t);

@@ -10,8 +10,9 @@ set -eu
 export LC_ALL=C
 
 declared() { # declared INCLUDE_DIRECTORY: one line a function, by name
-  printf '#include <vdrzax.h>\n' | cc -E -P -I"$1" -xc - | tr '\n' ' ' | tr ';' '\n' |
-    sed -n 's/^ *//; s/__attribute__ *(([^)]*([^)]*))) *//; s/  */ /g
+  printf '#include <vdrzax.h>\n' | cc -E -P '-D__attribute__(x)=' -I"$1" -xc - |
+    tr '\n' ' ' | tr ';' '\n' |
+    sed -n 's/^ *//; s/  */ /g; s/ *$//
       s/^.*\b\(VDRZAX_*[A-Za-z0-9]*\)(.*/\1 &;/p' | sort | cut -d' ' -f2-
 }
 
