@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <system_error>
 
 namespace run {
@@ -16,6 +17,20 @@ const std::string kVdrsim = VDRSIM;
 const std::string kClient = CLIENT;
 const std::string kStaticClient = STATIC_CLIENT;
 const std::string kRefuse = REFUSE;
+
+namespace {
+
+// A line of shell needs no quotes where the paths have spaces.
+void SetEnvironment() {
+  std::string path;
+  for (const std::filesystem::path program : {kVdrsim, kClient}) {
+    path += program.parent_path().string() + ":";
+  }
+  setenv("PATH", (path + std::getenv("PATH")).c_str(), 1);
+  setenv("CLIENT", std::filesystem::path(kClient).filename().c_str(), 1);
+}
+
+}  // namespace
 
 Program::Program(const std::vector<std::string>& arguments) {
   int input[2];
@@ -29,7 +44,7 @@ Program::Program(const std::vector<std::string>& arguments) {
     dup2(input[0], STDIN_FILENO);
     dup2(output[1], STDOUT_FILENO);
     dup2(output[1], STDERR_FILENO);
-    setenv("CLIENT", kClient.c_str(), 1);
+    SetEnvironment();
     std::vector<char*> argv;
     argv.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments) {

@@ -47,7 +47,8 @@ class Program {
 // Runs a program to its end.
 Result Execute(const std::vector<std::string>& arguments);
 
-// Runs a command, or a line of shell in which $CLIENT is the client, under vdrsim.
+// Runs a command, or a line of shell, under vdrsim. Lines of shell find vdrsim, and the client by the
+// name $CLIENT.
 Result Supervised(const std::vector<std::string>& command);
 Result SupervisedLine(const std::string& line);
 

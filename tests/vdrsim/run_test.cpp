@@ -129,7 +129,7 @@ TEST(Run, PassesADeadlySignalOn) {
     const std::string suicide = "kill -" + std::to_string(number) + " $$";
     EXPECT_EQ(SupervisedLine(suicide).signal, number);
   }
-  EXPECT_EQ(Execute({"sh", "-c", kVdrsim + " run -- sh -c 'kill -9 $$'; exit $?"}).exitStatus, 137);
+  EXPECT_EQ(Execute({"sh", "-c", "vdrsim run -- sh -c 'kill -9 $$'; exit $?"}).exitStatus, 137);
 }
 
 TEST(Run, SaysThatACommandCannotBeStarted) {
@@ -148,7 +148,7 @@ TEST(Run, LastsUntilTheLastProcessEnds) {
 }
 
 TEST(Run, IgnoresTheChildrenThatWereThereBefore) {
-  Program shell({"sh", "-c", "sleep 1000 & echo $!; exec " + kVdrsim + " run -- echo done"});
+  Program shell({"sh", "-c", "sleep 1000 & echo $!; exec vdrsim run -- echo done"});
   shell.AwaitOutput("done\n");
   const Result result = shell.Finish();
   EXPECT_EQ(result.exitStatus, 0);
@@ -182,8 +182,7 @@ TEST(Run, ForwardsASignalThatCameToItAlone) {
 
 // A shell that stays between the terminal and vdrsim would get the key too, and end by it.
 TEST(Run, LeavesTheKeysOfTheTerminalToTheCommand) {
-  Program terminal({"script", "-qec",
-                    "exec " + kVdrsim + " run -- " + kClient + " check interrupts", "/dev/null"});
+  Program terminal({"script", "-qec", "exec vdrsim run -- $CLIENT check interrupts", "/dev/null"});
   terminal.AwaitOutput("ready");
   terminal.Type("\x03");
   const Result result = terminal.Finish();
@@ -219,8 +218,7 @@ TEST(Run, EndsProcessesThatWouldOutliveACommandThatWasStopped) {
 
 TEST(Run, LeavesASignalIgnoredThatWasIgnored) {
   Program program(
-      {"sh", "-c",
-       "trap '' INT HUP; exec " + kVdrsim + " run -- sh -c 'echo ready; read line; exit 4'"});
+      {"sh", "-c", "trap '' INT HUP; exec vdrsim run -- sh -c 'echo ready; read line; exit 4'"});
   program.AwaitOutput("ready\n");
   program.SignalGroup(SIGINT);
   program.Signal(SIGHUP);
