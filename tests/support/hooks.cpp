@@ -151,6 +151,14 @@ int KeepingErrno(Call call) {
   return result;
 }
 
+int Scan(const void* caller, const char* text, const char* format, va_list arguments) {
+  fake::Device* device = DeviceFor(caller);
+  if (!device || !device->scan) return std::vsscanf(text, format, arguments);
+  unsigned* numbers[16];
+  for (unsigned*& number : numbers) number = va_arg(arguments, unsigned*);
+  return device->scan(text, format, numbers);
+}
+
 }  // namespace
 
 void Install(fake::Device* device) {
@@ -234,19 +242,19 @@ int inet_pton(int family, const char* text, void* address) noexcept {
   return real(family, text, address);
 }
 
-// The name under which glibc's header has sscanf called.
+// The names under which the headers of glibc have sscanf called: since 2.7, and since 2.38.
 int __isoc99_sscanf(const char* text, const char* format, ...) {
-  fake::Device* device = hooks::DeviceFor(__builtin_return_address(0));
   va_list arguments;
   va_start(arguments, format);
-  int converted = 0;
-  if (device && device->scan) {
-    unsigned* numbers[16];
-    for (unsigned*& number : numbers) number = va_arg(arguments, unsigned*);
-    converted = device->scan(text, format, numbers);
-  } else {
-    converted = std::vsscanf(text, format, arguments);
-  }
+  const int converted = hooks::Scan(__builtin_return_address(0), text, format, arguments);
+  va_end(arguments);
+  return converted;
+}
+
+int __isoc23_sscanf(const char* text, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const int converted = hooks::Scan(__builtin_return_address(0), text, format, arguments);
   va_end(arguments);
   return converted;
 }
