@@ -62,7 +62,7 @@ class Baseline:
         self.objects = collections.defaultdict(list)  # by source or header: what is compiled of it
         for found in re.finditer(r"^(\S+): #deps.*\n((?: .*\n)*)", self.run(["ninja", "-t", "deps"]),
                                  re.MULTILINE):
-            for path in found[2].split():
+            for path in map(str.strip, found[2].splitlines()):
                 if path.startswith(f"{self.tree}/") and found[1] in commands:
                     self.objects[path[len(f"{self.tree}/"):]].append(found[1])
         self.compile = commands

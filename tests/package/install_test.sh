@@ -26,24 +26,18 @@ case $(run_path "$prefix/bin/vdrctl") in
 esac
 "$prefix/bin/vdrctl" --version >/dev/null
 
-# A program that was linked fails to reach the device here, which shows that it runs.
+# A program that was linked finds what the installed tools put into a datapath of their own, whether the
+# machine has a device or not.
 expect_runs() {
-  if message=$("$@" 2>&1); then
-    echo "$1 found a device"
-    exit 1
-  fi
-  case $message in
-    "list router instances: "*) ;;
-    *)
-      echo "$1 says: $message"
-      exit 1
-      ;;
-  esac
+  # shellcheck disable=SC2016
+  listed=$("$prefix/bin/vdrsim" run -- sh -c '"$1" instance set edge-1 --second 7 && shift && "$@"' \
+    sh "$prefix/bin/vdrctl" "$@" 2>&1) || true
+  [ "$listed" = "edge-1 7" ] || { echo "$1 says: $listed"; exit 1; }
 }
 
 export PKG_CONFIG_PATH="$library/pkgconfig"
-# shellcheck disable=SC2046
-cc -o "$scratch/by_pkg_config" "$examples/list_instances.c" $(pkg-config --cflags --libs vdrzax)
+eval "set -- $(pkg-config --cflags --libs vdrzax)" # it writes spaces as a shell reads them
+cc -o "$scratch/by_pkg_config" "$examples/list_instances.c" "$@"
 expect_runs env LD_LIBRARY_PATH="$library" "$scratch/by_pkg_config"
 
 cmake -G Ninja -S "$examples" -B "$scratch/example" -DCMAKE_PREFIX_PATH="$prefix" >"$scratch/configure.log"

@@ -1,12 +1,22 @@
 #!/bin/sh
-# missing_device.sh VDRCTL, on a machine without the kernel module.
-vdrctl=$1
-. "$(dirname "$0")/expect.sh"
-
-if [ -e /qorv/devices/char/zaxdriver/ryn_vdr ]; then
-  echo 'This machine has the device.'
+# missing_device.sh VDRCTL: what vdrctl says where there is no device. A machine that has one loses it
+# from sight; where that is not allowed, nothing is sent to it.
+folder=/qorv/devices
+if [ -e $folder/char ]; then
+  # shellcheck disable=SC2016
+  hide='mount -t tmpfs none "$0" && exec "$@"'
+  for privilege in '' --map-root-user; do
+    # shellcheck disable=SC2086
+    if unshare $privilege --mount sh -c "$hide" $folder true 2>/dev/null; then
+      exec unshare $privilege --mount sh -c "$hide" $folder sh "$0" "$@"
+    fi
+  done
+  echo "This machine has $folder, and no mount namespace may be made to hide it."
   exit 77
 fi
+
+vdrctl=$1
+. "$(dirname "$0")/expect.sh"
 
 missing() {
   words=$*
