@@ -4,27 +4,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <stdexcept>
 
 namespace wire {
-
-Block& Block::Text(std::size_t offset, std::string_view text) {
-  return Raw(offset, fake::Bytes(text.begin(), text.end()));
-}
-
-Block& Block::Raw(std::size_t offset, const fake::Bytes& bytes) {
-  if (offset + bytes.size() > bytes_.size()) throw std::out_of_range("beyond the block");
-  std::copy(bytes.begin(), bytes.end(), bytes_.begin() + static_cast<std::ptrdiff_t>(offset));
-  return *this;
-}
-
-Block& Block::Number(std::size_t offset, uint64_t value, std::size_t width) {
-  fake::Bytes bytes;
-  for (std::size_t index = 0; index < width; ++index) {
-    bytes.push_back(static_cast<uint8_t>(value >> (8 * index)));
-  }
-  return Raw(offset, bytes);
-}
 
 fake::Bytes Pattern(std::size_t size, unsigned seed) {
   fake::Bytes bytes(size);

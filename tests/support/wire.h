@@ -6,32 +6,12 @@
 #include <initializer_list>
 #include <ostream>
 #include <string>
-#include <string_view>
 
 #include "support/fake_device.h"
+#include "support/getters/block.h"
 
 // Expected bytes, written by literal offsets. Nothing here knows the library's own layouts.
 namespace wire {
-
-// The 968 bytes that a command should send.
-class Block {
- public:
-  Block() : bytes_(968) {}
-
-  Block& Text(std::size_t offset, std::string_view text);  // no terminator of its own
-  Block& U8(std::size_t offset, uint8_t value) { return Number(offset, value, 1); }
-  Block& U16(std::size_t offset, uint16_t value) { return Number(offset, value, 2); }
-  Block& U32(std::size_t offset, uint32_t value) { return Number(offset, value, 4); }
-  Block& U64(std::size_t offset, uint64_t value) { return Number(offset, value, 8); }
-  Block& Raw(std::size_t offset, const fake::Bytes& bytes);
-
-  const fake::Bytes& bytes() const { return bytes_; }
-
- private:
-  Block& Number(std::size_t offset, uint64_t value, std::size_t width);
-
-  fake::Bytes bytes_;
-};
 
 // `size` bytes without a zero among them, each different from its neighbours.
 fake::Bytes Pattern(std::size_t size, unsigned seed = 1);

@@ -8,9 +8,10 @@ constexpr MacValue kMac{{2, 0, 0, 0, 0, 1}};
 
 // The count is believed, and only a reply that claims more than its buffer is refused.
 Row E2iTable(uint32_t count) {
-  return Allocated<E2ITable>("VDRZAX_GetE2ITable", VDRZAX_GetE2ITable, VDRZAX_ReleaseE2ITable,
-                             4 + count * 26, 3)
-      .Refusing([](uint32_t length) { return length > 212996 ? EBADMSG : 0; })
+  static const getters::OtherGetter& table = getters::Other("VDRZAX_GetE2ITable");
+  return Allocated<E2ITable>(table.name, VDRZAX_GetE2ITable, VDRZAX_ReleaseE2ITable,
+                             table.prefix + count * table.size, 3)
+      .Refusing([](uint32_t length) { return length > table.Capacity() ? EBADMSG : 0; })
       .Holding(0, 4, count)
       .Filled();
 }
@@ -32,10 +33,6 @@ Rows E2iRows() {
       Release("VDRZAX_ReleaseE2ITable", VDRZAX_ReleaseE2ITable, 12),
       Command("VDRZAX_AddPmac", [] { return VDRZAX_AddPmac(1, &kMac); }),
       Command("VDRZAX_DelPmac", [] { return VDRZAX_DelPmac(&kMac); }),
-      Raw("VDRZAX_GetPmac", VDRZAX_GetPmac, 131072),
-      Raw("VDRZAX_GetLocaleId", VDRZAX_GetLocaleId, 16),
-      Raw(
-          "VDRZAX_DumpFLTable", [](void* buffer) { return VDRZAX_DumpFLTable(1, buffer); }, 426080),
   };
 }
 

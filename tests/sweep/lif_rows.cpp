@@ -6,19 +6,12 @@ namespace {
 
 constexpr MacValue kMac{{2, 0, 0, 0, 0, 1}};
 
-// Answers 0 once the kernel has replied, also when nothing could be decoded.
-Row Hiding(Row row) {
-  row.hidesDecodeFailure = true;
-  return row;
-}
-
 int ConfigureRelay(std::string servers) {
   return VDRZAX_ConfigureLifDhcpRelay("edge-1", "uplink", servers.data());
 }
 
 }  // namespace
 
-// All sub-entries of a LIF count as valid.
 Rows LifRows() {
   return {
       Command("VDRZAX_SetLif",
@@ -26,29 +19,6 @@ Rows LifRows() {
                 return VDRZAX_SetLif("uplink", "aux", 3, 4, 5, 6, 7, 0x20000005, "edge-1", &kMac);
               }),
       Command("VDRZAX_DelLif", [] { return VDRZAX_DelLif("uplink", "aux", "edge-1"); }),
-      Record<LifRecord>(
-          "VDRZAX_GetLif", [](LifRecord** out) { return VDRZAX_GetLif("edge-1", "uplink", out); },
-          VDRZAX_ReleaseLif, 961)
-          .Holding(566, 4, 10),
-      Record<LifRecord>(
-          "VDRZAX_GetBridgeLif",
-          [](LifRecord** out) { return VDRZAX_GetBridgeLif("edge-1", "uplink", out); },
-          VDRZAX_ReleaseLif, 961)
-          .Holding(566, 4, 10),
-      Hiding(List(
-                 "VDRZAX_GetLifs", [](RecordList** out) { return VDRZAX_GetLifs("edge-1", out); },
-                 VDRZAX_ReleaseLifs, 961, 10000)
-                 .Holding(566, 4, 10)),
-      List(
-          "VDRZAX_GetExtVlanLifs", [](RecordList** out) { return VDRZAX_GetExtVlanLifs(7, out); },
-          VDRZAX_ReleaseLifs, 961, 10000)
-          .Holding(566, 4, 10),
-      List(
-          "VDRZAX_GetBridgeLifs",
-          [](RecordList** out) { return VDRZAX_GetBridgeLifs("edge-1", out); }, VDRZAX_ReleaseLifs,
-          961, 10000)
-          .Holding(566, 4, 10)
-          .KeepingOnFailedCommand(16),
       Release("VDRZAX_ReleaseLif", VDRZAX_ReleaseLif, 961),
       Release("VDRZAX_ReleaseLifs", VDRZAX_ReleaseLifs, 16),
 

@@ -7,9 +7,10 @@ namespace {
 constexpr MacValue kMac{{2, 0, 0, 0, 0, 1}};
 
 Row RemoteReceivers(uint32_t count) {
-  const std::size_t needed = 4 + count * 68;
+  const getters::OtherGetter& table = getters::Other("VDRZAX_GetMRoutingRemoteRcvrs");
+  const std::size_t needed = table.prefix + count * table.size;
   return Allocated<VTEPTable>(
-             "VDRZAX_GetMRoutingRemoteRcvrs",
+             table.name,
              [](VTEPTable** out) { return VDRZAX_GetMRoutingRemoteRcvrs("edge-1", 1, out); },
              VDRZAX_ReleaseVTEPTable, needed, 3)
       .Refusing(ShorterThan(needed))
@@ -19,14 +20,8 @@ Row RemoteReceivers(uint32_t count) {
 
 }  // namespace
 
-// The lists of local receivers and of groups lose their header when the command fails.
 Rows McastRows() {
   return {
-      List(
-          "VDRZAX_GetMRoutingLocalRcvrs",
-          [](RecordList** out) { return VDRZAX_GetMRoutingLocalRcvrs("edge-1", 1, out); },
-          VDRZAX_ReleaseMRoutingLocalRcvrs, 88, 512)
-          .KeepingOnFailedCommand(16),
       Command("VDRZAX_AddMRoutingLocalRcvrs",
               [] { return VDRZAX_AddMRoutingLocalRcvrs("edge-1", 1, "receiver"); }),
       Command("VDRZAX_DelMRoutingLocalRcvrs",
@@ -40,24 +35,8 @@ Rows McastRows() {
               [] { return VDRZAX_AddMRoutingRemoteRcvrs("edge-1", 1, 2, &kMac, 4, 5); }),
       Command("VDRZAX_DelMRoutingRemoteRcvrs",
               [] { return VDRZAX_DelMRoutingRemoteRcvrs("edge-1", 1, 2); }),
-      Record<MRoutingDomain>(
-          "VDRZAX_GetMRoutingDomain",
-          [](MRoutingDomain** out) { return VDRZAX_GetMRoutingDomain("edge-1", out); },
-          VDRZAX_ReleaseMRoutingDomainData, 148),
       Release("VDRZAX_ReleaseMRoutingDomainData", VDRZAX_ReleaseMRoutingDomainData, 148),
-
-      // A group that is cut off counts as whole.
-      List(
-          "VDRZAX_GetMRoutingAllMcastGroups",
-          [](RecordList** out) { return VDRZAX_GetMRoutingAllMcastGroups("edge-1", out); },
-          VDRZAX_ReleaseMRoutingMcastGroups, 12, 4096)
-          .Refusing([](uint32_t) { return 0; })
-          .KeepingOnFailedCommand(16),
       Release("VDRZAX_ReleaseMRoutingMcastGroups", VDRZAX_ReleaseMRoutingMcastGroups, 16),
-      Scalar("VDRZAX_GetMRoutingReplicationIP",
-             [](uint32_t* out) { return VDRZAX_GetMRoutingReplicationIP("edge-1", 1, out); }),
-      Scalar("VDRZAX_GetMRoutingMRouterIP",
-             [](uint32_t* out) { return VDRZAX_GetMRoutingMRouterIP("edge-1", 1, out); }),
       Command("VDRZAX_AddMRoutingMRouter",
               [] { return VDRZAX_AddMRoutingMRouter("edge-1", 0x0A000001); }),
       Command("VDRZAX_DelMRoutingMRouter", [] { return VDRZAX_DelMRoutingMRouter("edge-1"); }),

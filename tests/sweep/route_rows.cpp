@@ -8,14 +8,15 @@ namespace {
 // cannot be allocated. The address of the table is of no use after a failure.
 Row RoutesV6() {
   auto table = std::make_shared<void*>();
-  Row row{.name = "VDRZAX_GetRoutesv6",
+  const getters::OtherGetter& getter = getters::Other("VDRZAX_GetRoutesv6");
+  Row row{.name = getter.name,
           .call =
               [table](fake::Device&) {
                 uint32_t count;
                 return VDRZAX_GetRoutesv6("edge-1", table.get(), &count);
               },
           .release = [table] { std::free(*table); },
-          .record = 776,
+          .record = getter.size,
           .allocations = 1,
           .commands = 2};
   row.sizeQuery = {.code = 115, .reply = {1, 0, 0, 0}};
@@ -24,32 +25,10 @@ Row RoutesV6() {
 
 }  // namespace
 
-// All next hops of a route count as valid.
 Rows RouteRows() {
   return {
-      Raw(
-          "VDRZAX_SetRoute",
-          [](void* result) { return VDRZAX_SetRoute(1, 2, 3, "uplink", "edge-1", 4, result); }, 88),
-      Raw(
-          "VDRZAX_DelRoute",
-          [](void* result) { return VDRZAX_DelRoute(1, 2, 3, "uplink", "edge-1", result); }, 88),
-      List(
-          "VDRZAX_GetRoutes", [](RecordList** out) { return VDRZAX_GetRoutes("edge-1", out); },
-          VDRZAX_ReleaseRoutes, 668, 20000)
-          .Holding(17, 1, 8),
-      List(
-          "VDRZAX_GetLifSelectionRoutes",
-          [](RecordList** out) { return VDRZAX_GetLifSelectionRoutes("edge-1", out); },
-          VDRZAX_ReleaseRoutes, 668, 20000)
-          .Holding(17, 1, 8),
-      Record<RouteRecord>(
-          "VDRZAX_GetResolveRoute",
-          [](RouteRecord** out) { return VDRZAX_GetResolveRoute("edge-1", 1, 2, 3, out); },
-          VDRZAX_ReleaseRoute, 668)
-          .Holding(17, 1, 8),
       Release("VDRZAX_ReleaseRoute", VDRZAX_ReleaseRoute, 668),
       Release("VDRZAX_ReleaseRoutes", VDRZAX_ReleaseRoutes, 16),
-      List("VDRZAX_GetDemuxRoutes", VDRZAX_GetDemuxRoutes, VDRZAX_ReleaseDemuxRoutes, 148, 30000),
       Release("VDRZAX_ReleaseDemuxRoutes", VDRZAX_ReleaseDemuxRoutes, 16),
 
       Command("VDRZAX_SetRoutev6",
@@ -63,12 +42,6 @@ Rows RouteRows() {
       Command("VDRZAX_DelArp", [] { return VDRZAX_DelArp(1, "uplink", "edge-1"); }),
       Command("VDRZAX_SetProxyArp", [] { return VDRZAX_SetProxyArp(1, "uplink", "edge-1"); }),
       Command("VDRZAX_DelProxyArp", [] { return VDRZAX_DelProxyArp(1, "uplink", "edge-1"); }),
-      Raw(
-          "VDRZAX_GetArps", [](void* buffer) { return VDRZAX_GetArps("edge-1", "uplink", buffer); },
-          7667712),
-      Raw(
-          "VDRZAX_GetProxyArps",
-          [](void* buffer) { return VDRZAX_GetProxyArps("edge-1", "uplink", buffer); }, 7667712),
       Command("VDRZAX_ClearArp", [] { return VDRZAX_ClearArp("edge-1", "uplink"); }),
 
       Command("VDRZAX_SetArpv6",
@@ -78,9 +51,6 @@ Rows RouteRows() {
               [] { return VDRZAX_SetProxyArpv6(1, 2, "uplink", "edge-1"); }),
       Command("VDRZAX_DelProxyArpv6",
               [] { return VDRZAX_DelProxyArpv6(1, 2, "uplink", "edge-1"); }),
-      Raw(
-          "VDRZAX_GetArpsv6",
-          [](void* buffer) { return VDRZAX_GetArpsv6("edge-1", "uplink", buffer); }, 7667712),
       Command("VDRZAX_ClearArpv6", [] { return VDRZAX_ClearArpv6("edge-1", "uplink"); }),
       Command("VDRZAX_PMTUTableCearv6", VDRZAX_PMTUTableCearv6),
       Command("VDRZAX_GenericFlush", [] { return VDRZAX_GenericFlush(1, 2, 3, 4, "edge-1", 5); }),

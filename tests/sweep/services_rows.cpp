@@ -21,10 +21,6 @@ Row Copied(Row row) {
 // its buffer.
 Rows ServicesRows() {
   return {
-      Scalar("VDRZAX_PerformFullSyncSave",
-             [](uint32_t* status) { return VDRZAX_PerformFullSyncSave(1, status); }),
-      Scalar("VDRZAX_GetFullSyncSaveStatus", VDRZAX_GetFullSyncSaveStatus),
-
       Allocated<SoftRssStats>(
           "VDRZAX_SoftRSSGetStats",
           [](SoftRssStats** out) { return VDRZAX_SoftRSSGetStats("rss-1", out); },
@@ -32,20 +28,16 @@ Rows ServicesRows() {
           .Holding(4, 4, 16)
           .Filled(),
       Command("VDRZAX_SoftRSSStatsReset", [] { return VDRZAX_SoftRSSStatsReset("rss-1"); }),
-      Copied(Raw(
-          "VDRZAX_SoftRSSGetTunables",
-          [](void* out) {
-            return VDRZAX_SoftRSSGetTunables("rss-1", static_cast<SoftRssTunables*>(out));
-          },
-          12)),
+      Copied(Raw(getters::Other("VDRZAX_SoftRSSGetTunables"),
+                 [](void* out) {
+                   return VDRZAX_SoftRSSGetTunables("rss-1", static_cast<SoftRssTunables*>(out));
+                 })),
       Command("VDRZAX_SoftRSSSetTunables",
               [] { return VDRZAX_SoftRSSSetTunables("rss-1", &kTunables); }),
-      Copied(Raw(
-          "VDRZAX_SoftRSSGetIndTable",
-          [](void* table) {
-            return VDRZAX_SoftRSSGetIndTable("rss-1", static_cast<uint8_t*>(table));
-          },
-          128)),
+      Copied(Raw(getters::Other("VDRZAX_SoftRSSGetIndTable"),
+                 [](void* table) {
+                   return VDRZAX_SoftRSSGetIndTable("rss-1", static_cast<uint8_t*>(table));
+                 })),
       Command("VDRZAX_SoftRSSTableSet", [] { return VDRZAX_SoftRSSTableSet("rss-1", &kIndTable); }),
 
       Command("VDRZAX_AddVMPublicIP", [] { return VDRZAX_AddVMPublicIP(1, 2, &kMac, 4); }),
@@ -62,7 +54,7 @@ Rows ServicesRows() {
           VDRZAX_ReleaseVMPublicIPEntry, 26, 1)
           .Holding(14, 4, 2)
           .Refusing(ShorterThan(26, contract::kUntouched))
-          .KeepingOnFailedCommand(1042),
+          .KeepingOnFailedCommand(getters::Other("VDRZAX_GetVMPublicIPEntry").Capacity()),
       Release("VDRZAX_ReleaseVMPublicIPEntry", VDRZAX_ReleaseVMPublicIPEntry, 1042),
       // A table of one such entry.
       Allocated<VMPublicIPTable>("VDRZAX_GetVMPublicIPTable", VDRZAX_GetVMPublicIPTable,
@@ -70,7 +62,7 @@ Rows ServicesRows() {
           .Holding(0, 4, 1)
           .Holding(18, 4, 2)
           .Refusing(ShorterThan(30, contract::kUntouched))
-          .KeepingOnFailedCommand(8536068),
+          .KeepingOnFailedCommand(getters::Other("VDRZAX_GetVMPublicIPTable").Capacity()),
       Release("VDRZAX_ReleaseVMPublicIPTable", VDRZAX_ReleaseVMPublicIPTable, 8536068),
   };
 }

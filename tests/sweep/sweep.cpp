@@ -1,5 +1,7 @@
 #include "sweep/sweep.h"
 
+#include <iterator>
+
 namespace sweep {
 
 namespace {
@@ -11,6 +13,30 @@ ErrorOf UnlessWhole(std::size_t record, std::size_t cap) {
     if (length >= 0x80000000U || length >= cap * record) return 0;
     return length % record == 0 ? 0 : EBADMSG;
   };
+}
+
+// All entries of a record count as valid.
+Row Counted(Row row, const getters::Count& count) {
+  if (count.width == 0) return row;
+  return std::move(row).Holding(count.offset, count.width, count.most);
+}
+
+Row Listed(Row row, const getters::ListGetter& getter) {
+  row = Counted(std::move(row), getter.count);
+  if (getter.dropsHeader) row = std::move(row).KeepingOnFailedCommand(16);
+  if (getter.takesCutRecord) return row;
+  return std::move(row).Refusing(UnlessWhole(getter.size, getter.cap));
+}
+
+Rows GettersOf(const getters::Family& family) {
+  Rows rows;
+  for (const getters::ListGetter& getter : family.lists) {
+    rows.push_back(Getter(getter));
+    if (getter.fetch) rows.push_back(Fetch(getter));
+  }
+  for (const getters::RecordGetter& getter : family.records) rows.push_back(Getter(getter));
+  for (const getters::RawGetter& getter : family.raws) rows.push_back(Getter(getter));
+  return rows;
 }
 
 }  // namespace
@@ -75,41 +101,50 @@ Row Raw(std::string name, std::function<int(void* buffer)> call, std::size_t cap
           .record = capacity};
 }
 
-Row Scalar(std::string name, std::function<int(uint32_t* out)> call) {
-  return Raw(
-      std::move(name),
-      [call = std::move(call)](void* buffer) { return call(static_cast<uint32_t*>(buffer)); }, 4);
+Row Getter(const getters::ListGetter& getter) {
+  Row row = Listed(Allocated<RecordList>(getter.name, getter.call, getter.release, getter.size, 3),
+                   getter);
+  row.hidesDecodeFailure = getter.hidesDecodeFailure;
+  return row;
 }
 
-Row List(std::string name, std::function<int(RecordList** out)> call, void (*release)(RecordList*),
-         std::size_t record, std::size_t cap) {
-  return Allocated<RecordList>(std::move(name), std::move(call), release, record, 3)
-      .Refusing(UnlessWhole(record, cap));
-}
-
-Row Fetch(std::string name, std::function<int(RecordList* list)> call, void (*release)(RecordList*),
-          std::size_t record, std::size_t cap) {
+Row Fetch(const getters::ListGetter& getter) {
   auto list = std::make_shared<RecordList*>();
-  return Row{.name = std::move(name),
-             .call =
-                 [list, call = std::move(call)](fake::Device& device) {
-                   *list = static_cast<RecordList*>(std::calloc(1, 16));
-                   device.Remember(*list, 16);
-                   return call(*list);
-                 },
-             .release = [list, release] { release(*list); },
-             .record = record,
-             .allocations = 2}
-      .Refusing(UnlessWhole(record, cap));
+  return Listed({.name = getter.FetchName(),
+                 .call =
+                     [list, fetch = getter.fetch](fake::Device& device) {
+                       *list = static_cast<RecordList*>(std::calloc(1, 16));
+                       device.Remember(*list, 16);
+                       return fetch(*list);
+                     },
+                 .release = [list, release = getter.release] { release(*list); },
+                 .record = getter.size,
+                 .allocations = 2},
+                getter);
 }
+
+Row Getter(const getters::RecordGetter& getter) {
+  return Counted(Allocated<void>(getter.name, getter.call, getter.release, getter.size, 2),
+                 getter.count)
+      .Refusing(ShorterThan(getter.size));
+}
+
+Row Raw(const getters::OtherGetter& getter, std::function<int(void* buffer)> call) {
+  return Raw(getter.name, std::move(call), getter.Capacity());
+}
+
+Row Getter(const getters::RawGetter& getter) { return Raw(getter.name, getter.call, getter.size); }
 
 const Rows& AllRows() {
   static const Rows all = [] {
-    Rows rows;
-    for (Rows (*family)() : {ChannelRows, InstanceRows, LifRows, RouteRows, PolicyRows, BridgeRows,
-                             E2iRows, McastRows, ServicesRows}) {
-      for (Row& row : family()) rows.push_back(std::move(row));
-    }
+    Rows rows = ChannelRows();
+    const auto add = [&rows](Rows more) {
+      std::move(more.begin(), more.end(), std::back_inserter(rows));
+    };
+    for (const getters::Family* family : getters::Families()) add(GettersOf(*family));
+#define ADD_ROWS(family) add(family##Rows());
+    FOR_EACH_FAMILY(ADD_ROWS)
+#undef ADD_ROWS
     return rows;
   }();
   return all;

@@ -13,6 +13,7 @@
 
 #include "support/contract.h"
 #include "support/fake_device.h"
+#include "support/getters/table.h"
 
 // Every exported function as a row of one table, and the few shapes that rows have.
 namespace sweep {
@@ -70,16 +71,11 @@ struct Row {
 
 using Rows = std::vector<Row>;
 
-// One file a family.
+// One file a family, and one for the channel. What the table of getters holds is not repeated there.
+#define DECLARE_ROWS(family) Rows family##Rows();
+FOR_EACH_FAMILY(DECLARE_ROWS)
+#undef DECLARE_ROWS
 Rows ChannelRows();
-Rows InstanceRows();
-Rows LifRows();
-Rows RouteRows();
-Rows PolicyRows();
-Rows BridgeRows();
-Rows E2iRows();
-Rows McastRows();
-Rows ServicesRows();
 
 // All of them.
 const Rows& AllRows();
@@ -95,35 +91,25 @@ Row Quiet(std::string name, std::function<int()> call, int error = 0);
 
 // The kernel writes into a buffer of the caller's, and any length is taken.
 Row Raw(std::string name, std::function<int(void* buffer)> call, std::size_t capacity);
-Row Scalar(std::string name, std::function<int(uint32_t* out)> call);
+Row Raw(const getters::OtherGetter& getter, std::function<int(void* buffer)> call);
 
-// A list in a header of the library's.
-Row List(std::string name, std::function<int(RecordList** out)> call, void (*release)(RecordList*),
-         std::size_t record, std::size_t cap);
-
-// The same in a header of the caller's, which counts as allocated: after a failure it has been
-// freed by the fetch, but for the rows that keep it.
-Row Fetch(std::string name, std::function<int(RecordList* list)> call, void (*release)(RecordList*),
-          std::size_t record, std::size_t cap);
+// A getter of the table, and the fetch of a list: its header counts as allocated, and after a failure
+// it has been freed by the fetch, but for the lists that drop it.
+Row Getter(const getters::ListGetter& getter);
+Row Fetch(const getters::ListGetter& getter);
+Row Getter(const getters::RecordGetter& getter);
+Row Getter(const getters::RawGetter& getter);
 
 // An object that the library allocates after a reply buffer, here without a rule for the length.
 template <typename Object>
-Row Allocated(std::string name, std::function<int(Object** out)> call, void (*release)(Object*),
-              std::size_t record, int allocations) {
+Row Allocated(std::string name, std::function<int(Object** out)> call,
+              std::function<void(Object*)> release, std::size_t record, int allocations) {
   auto out = std::make_shared<Object*>();
   return {.name = std::move(name),
           .call = [out, call = std::move(call)](fake::Device&) { return call(out.get()); },
           .release = [out, release] { release(*out); },
           .record = record,
           .allocations = allocations};
-}
-
-// One decoded record.
-template <typename Object>
-Row Record(std::string name, std::function<int(Object** out)> call, void (*release)(Object*),
-           std::size_t record) {
-  return Allocated<Object>(std::move(name), std::move(call), release, record, 2)
-      .Refusing(ShorterThan(record));
 }
 
 // NULL is ignored, and an empty object of `size` bytes is given back.
