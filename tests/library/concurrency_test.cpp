@@ -28,37 +28,29 @@ constexpr int kRounds = 20;
 struct Answer {
   std::size_t record;
   bool isList = false;
-  std::size_t countOffset = 0;  // of a number that stands in the record, `countWidth` bytes wide
-  std::size_t countWidth = 0;
-  uint32_t count = 0;
+  getters::Count count = {};  // of which there is the most in each record
 };
 
+std::map<unsigned long, Answer> MakeAnswers() {
+  std::map<unsigned long, Answer> answers;
+  for (const getters::Family* family : getters::Families()) {
+    for (const auto& list : family->lists) answers[list.code] = {list.size, true, list.count};
+    for (const auto& record : family->records) {
+      answers[record.code] = {record.size, false, record.count};
+    }
+    for (const auto& raw : family->raws) answers[raw.code] = {raw.size};
+    for (const auto& other : family->others) answers[other.code] = {other.size};
+  }
+  // The number of IPv6 routes, statistics of all queues, a table of 3 entries, an entry of 2 items.
+  answers[115] = {4, false, {0, 4, 1}};
+  answers[153].count = {4, 4, 16};
+  answers[164] = {4 + 3 * getters::Other("VDRZAX_GetE2ITable").size, false, {0, 4, 3}};
+  answers[170] = {18 + 2 * 4, false, {14, 4, 2}};
+  return answers;
+}
+
 const std::map<unsigned long, Answer>& Answers() {
-  static const std::map<unsigned long, Answer> answers{
-      {0, {577, true}},
-      {1, {577}},
-      {18, {152}},
-      {21, {961, true, 566, 4, 10}},
-      {22, {961, false, 566, 4, 10}},
-      {36, {668, true, 17, 1, 8}},
-      {37, {668, false, 17, 1, 8}},
-      {62, {393}},
-      {65, {20, true}},
-      {114, {776}},
-      {115, {4, false, 0, 4, 1}},
-      {119, {28, true}},
-      {120, {88}},
-      {122, {4}},
-      {124, {4}},
-      {128, {88, true}},
-      {130, {148}},
-      {136, {4}},
-      {146, {546, false, 64, 2, 20}},
-      {153, {852, false, 4, 4, 16}},
-      {164, {82, false, 0, 4, 3}},
-      {165, {26}},
-      {170, {26, false, 14, 4, 2}},
-  };
+  static const auto answers = MakeAnswers();
   return answers;
 }
 
@@ -85,7 +77,7 @@ fake::Reply AnswerOf(const fake::Command& command) {
   for (std::size_t index = 0; index < record.size(); ++index) {
     record[index] = static_cast<uint8_t>(tag >> (8 * (index % 4)));
   }
-  std::memcpy(&record[answer.countOffset], &answer.count, answer.countWidth);
+  std::memcpy(&record[answer.count.offset], &answer.count.most, answer.count.width);
   fake::Reply reply;
   for (int32_t left = answer.isList ? CountOf(tag) : 1; left > 0; --left) {
     reply.bytes.insert(reply.bytes.end(), record.begin(), record.end());
@@ -147,15 +139,16 @@ class Client {
     release(record);
   }
 
-  static void ExpectList(const std::function<int(RecordList**)>& call, void (*release)(RecordList*),
-                         uint32_t tag, std::size_t offset, std::size_t record) {
+  static void ExpectList(const char* name, const std::function<int(RecordList**)>& call,
+                         uint32_t tag, std::size_t offset) {
+    const getters::ListGetter& getter = getters::List(name);
     RecordList* list = nullptr;
     ExpectSucceeds([&] { return call(&list); });
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(list->count, CountOf(tag));
-    const auto last = static_cast<std::size_t>(list->count - 1) * record;
+    const auto last = static_cast<std::size_t>(list->count - 1) * getter.size;
     EXPECT_EQ(WordAt(list->entries, last + offset), tag);
-    release(list);
+    getter.release(list);
   }
 
   template <typename Call>
@@ -170,8 +163,9 @@ class Client {
                TagOf(2, Named().U32(256, key_).Text(332, "text").U32(352, 4).U8(368, 1)));
     ExpectRecord<InstanceRecord>([&](auto** out) { return VDRZAX_GetInstance(Name(), out); },
                                  VDRZAX_ReleaseInstance, TagOf(1, Named()), 64);
-    ExpectList([&](auto** out) { return VDRZAX_GetInstances(Name(), 1, out); },
-               VDRZAX_ReleaseInstances, TagOf(0, Named().U8(368, 1)), 64, 577);
+    ExpectList(
+        "VDRZAX_GetInstances", [&](auto** out) { return VDRZAX_GetInstances(Name(), 1, out); },
+        TagOf(0, Named().U8(368, 1)), 64);
     uint8_t connection[152];
     ExpectSucceeds([&] { return VDRZAX_GetConnection(Name(), connection); });
     EXPECT_EQ(WordAt(connection, 148), TagOf(18, Block().Text(256, name_)));
@@ -182,8 +176,9 @@ class Client {
                TagOf(26, Named().Text(384, other_).U32(512, key_).U32(516, 24)));
     ExpectRecord<LifRecord>([&](auto** out) { return VDRZAX_GetLif(Name(), Other(), out); },
                             VDRZAX_ReleaseLif, TagOf(22, Named().Text(384, other_)), 132);
-    ExpectList([&](auto** out) { return VDRZAX_GetLifs(Name(), out); }, VDRZAX_ReleaseLifs,
-               TagOf(21, Named()), 132, 961);
+    ExpectList(
+        "VDRZAX_GetLifs", [&](auto** out) { return VDRZAX_GetLifs(Name(), out); },
+        TagOf(21, Named()), 132);
   }
 
   void Routes() const {
@@ -192,8 +187,9 @@ class Client {
     ExpectRecord<RouteRecord>(
         [&](auto** out) { return VDRZAX_GetResolveRoute(Name(), key_, 2, 3, out); },
         VDRZAX_ReleaseRoute, TagOf(37, Named().U32(256, key_).U32(260, 2).U32(264, 3)), 8);
-    ExpectList([&](auto** out) { return VDRZAX_GetRoutes(Name(), out); }, VDRZAX_ReleaseRoutes,
-               TagOf(36, Named()), 8, 668);
+    ExpectList(
+        "VDRZAX_GetRoutes", [&](auto** out) { return VDRZAX_GetRoutes(Name(), out); },
+        TagOf(36, Named()), 8);
     uint32_t count = 0;
     ExpectRecord<void>([&](auto** out) { return VDRZAX_GetRoutesv6(Name(), out, &count); },
                        std::free, TagOf(114, Named()), 772);
@@ -205,8 +201,9 @@ class Client {
     ExpectSucceeds([&] { return VDRZAX_SetPolicy(key_, 1, 2, 3, result); });
     EXPECT_EQ(WordAt(result, 84),
               TagOf(120, Block().U32(256, 1).U32(260, 2).U32(404, 3).U32(412, key_)));
-    ExpectList([&](auto** out) { return VDRZAX_GetPolicy(key_, out); }, VDRZAX_ReleaseAllPolicy,
-               TagOf(119, Block().U32(412, key_)), 16, 28);
+    ExpectList(
+        "VDRZAX_GetPolicy", [&](auto** out) { return VDRZAX_GetPolicy(key_, out); },
+        TagOf(119, Block().U32(412, key_)), 16);
     ExpectWord([&](uint32_t* out) { return VDRZAX_GetPolicyCount(key_, out); },
                TagOf(122, Block().U32(412, key_)));
     ExpectRecord<LifPolicyTableRef>(
@@ -219,9 +216,10 @@ class Client {
     ExpectRecord<BridgeInstanceRecord>(
         [&](auto** out) { return VDRZAX_GetBridgeInstance(Name(), out); },
         VDRZAX_ReleaseBridgeInstance, TagOf(62, Named()), 80);
-    ExpectList([&](auto** out) { return VDRZAX_GetBridgeFdbEntries(Name(), 7, key_, out); },
-               VDRZAX_ReleaseBridgeFdbEntries,
-               TagOf(65, Named().U32(260, 7).U32(264, key_).U32(268, 1)), 12, 20);
+    ExpectList(
+        "VDRZAX_GetBridgeFdbEntries",
+        [&](auto** out) { return VDRZAX_GetBridgeFdbEntries(Name(), 7, key_, out); },
+        TagOf(65, Named().U32(260, 7).U32(264, key_).U32(268, 1)), 12);
   }
 
   void Mappings() const {
@@ -249,8 +247,10 @@ class Client {
                TagOf(137, Named().U32(256, key_)));
     ExpectRecord<MRoutingDomain>([&](auto** out) { return VDRZAX_GetMRoutingDomain(Name(), out); },
                                  VDRZAX_ReleaseMRoutingDomainData, TagOf(130, Named()), 144);
-    ExpectList([&](auto** out) { return VDRZAX_GetMRoutingLocalRcvrs(Name(), key_, out); },
-               VDRZAX_ReleaseMRoutingLocalRcvrs, TagOf(128, Named().U32(256, key_)), 64, 88);
+    ExpectList(
+        "VDRZAX_GetMRoutingLocalRcvrs",
+        [&](auto** out) { return VDRZAX_GetMRoutingLocalRcvrs(Name(), key_, out); },
+        TagOf(128, Named().U32(256, key_)), 64);
     ExpectWord([&](uint32_t* out) { return VDRZAX_GetMRoutingReplicationIP(Name(), key_, out); },
                TagOf(136, Named().U32(256, key_)));
   }

@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cstring>
+
 namespace contract {
 
 namespace {
@@ -96,34 +99,95 @@ void ExpectCommand(const Call& call, unsigned long code, const wire::Block& bloc
   ExpectCommand(call, code, block.bytes());
 }
 
-void ExpectRawGetter(const Call& call, unsigned long code, const wire::Block& block, void* buffer,
-                     uint32_t capacity) {
+void ExpectRawGetter(const RawGetter& getter) {
+  const auto size = static_cast<uint32_t>(getter.size);
+  const bool isStraight = getter.into != getters::Into::Variable;
+  const bool isCleared = getter.into == getters::Into::ClearedBuffer;
+  fake::Bytes buffer;
+  const Call call = [&] {
+    buffer.assign(size + 1, 0xEE);
+    return getter.call(buffer.data());
+  };
+  // What the caller finds of a kernel that wrote `bytes`.
+  const auto holding = [&](const fake::Bytes& bytes) {
+    fake::Bytes expected(size, isCleared ? 0 : 0xEE);
+    expected.push_back(0xEE);
+    std::copy(bytes.begin(), bytes.end(), expected.begin());
+    return expected;
+  };
+  const fake::Bytes few{1, 2, 3};
+  const fake::Bytes all = wire::Pattern(size);
   {
     SCOPED_TRACE("the kernel fills the buffer");
     fake::Device device;
-    const fake::Bytes reply = wire::Pattern(capacity);
-    device.AnswerWith({.bytes = reply});
+    device.AnswerWith({.bytes = all});
     const Outcome outcome = Run(call);
     EXPECT_EQ(outcome.result, 0);
     EXPECT_EQ(outcome.error, kUntouched);
     EXPECT_EQ(device.steps, kExchange);
-    ExpectSent(device, code, block.bytes(), capacity);
+    ExpectSent(device, getter.code, getter.block.bytes(), size);
     ASSERT_EQ(device.commands.size(), 1u);
-    EXPECT_EQ(device.commands.front().outBuffer, buffer);
-    EXPECT_BYTES(wire::BytesOf(buffer, capacity), reply);
+    EXPECT_EQ(device.commands.front().outBuffer == buffer.data(), isStraight);
+    EXPECT_BYTES(buffer, holding(all));
+  }
+  for (const uint32_t length : {0u, size - 1, size + 1, 0x80000000u, 0xFFFFFFFFu}) {
+    SCOPED_TRACE(fmt::format("the length is not looked at: {}", length));
+    fake::Device device;
+    device.AnswerWith({.bytes = all, .length = length});
+    EXPECT_EQ(call(), 0);
+    EXPECT_BYTES(buffer, holding(all));
   }
   {
     SCOPED_TRACE("the node is missing");
     fake::Device device;
     device.openError = ENOENT;
     ExpectFailure(device, call, ENOENT, {"open64"});
+    EXPECT_BYTES(buffer, holding({}));
   }
   {
-    SCOPED_TRACE("the ioctl fails");
+    SCOPED_TRACE("the ioctl fails and has written");
     fake::Device device;
-    device.AnswerWith(fake::Failure(EXDEV));
+    device.AnswerWith({.bytes = few, .result = -1, .error = EXDEV});
     ExpectFailure(device, call, EXDEV, kExchange);
+    EXPECT_BYTES(buffer, holding(isStraight ? few : fake::Bytes{}));
   }
+  if (isStraight) {
+    SCOPED_TRACE("the kernel writes a part of the buffer");
+    fake::Device device;
+    device.answer = [&](const fake::Command&) {
+      EXPECT_BYTES(buffer, holding({}));
+      return fake::Reply{.bytes = few};
+    };
+    EXPECT_EQ(call(), 0);
+    EXPECT_BYTES(buffer, holding(few));
+  }
+  if (isCleared) {
+    SCOPED_TRACE("no reply is asked for");
+    ExpectCommand([&] { return getter.call(nullptr); }, getter.code, getter.block);
+  } else if (isStraight) {
+    SCOPED_TRACE("NULL is given to the kernel, which decides");
+    for (const int error : {0, EFAULT}) {
+      fake::Device device;
+      if (error != 0) device.AnswerWith(fake::Failure(error));
+      const Outcome outcome = Run([&] { return getter.call(nullptr); });
+      EXPECT_EQ(outcome.result, error == 0 ? 0 : -1);
+      EXPECT_EQ(outcome.error, error == 0 ? kUntouched : error);
+      ExpectSent(device, getter.code, getter.block.bytes(), size);
+      ASSERT_EQ(device.commands.size(), 1u);
+      EXPECT_EQ(device.commands.front().outBuffer, nullptr);
+    }
+  }
+}
+
+wire::RecordPattern PatternOf(const getters::Count& count) {
+  return [count](std::size_t size, unsigned seed) {
+    fake::Bytes record = wire::Pattern(size, seed);
+    const uint32_t entries = seed % (count.most + 1);
+    if (count.offset + count.width <= size) {
+      std::memcpy(record.data() + count.offset, &entries, count.width);
+    }
+    return record;
+  };
 }
 
 void ExpectRecordGetter(const RecordGetter& getter) {
@@ -137,7 +201,7 @@ void ExpectRecordGetter(const RecordGetter& getter) {
                                 static_cast<uint32_t>(3 * size), 0x7FFFFFFFu}) {
     SCOPED_TRACE(fmt::format("a reply of {} bytes", length));
     fake::Device device;
-    device.AnswerWith({.bytes = getter.pattern(size, 1), .length = length});
+    device.AnswerWith({.bytes = PatternOf(getter.count)(size, 1), .length = length});
     const Outcome outcome = Run(call);
     EXPECT_EQ(outcome.result, 0);
     EXPECT_EQ(outcome.error, kUntouched);
@@ -167,7 +231,7 @@ void ExpectRecordGetter(const RecordGetter& getter) {
   {
     SCOPED_TRACE("the record cannot be allocated");
     fake::Device device;
-    device.AnswerWith({.bytes = getter.pattern(size, 1)});
+    device.AnswerWith({.bytes = PatternOf(getter.count)(size, 1)});
     device.failingAllocation = 2;
     ExpectFailure(device, call, ENOMEM,
                   Steps{Malloc(size)} + kExchange + Steps{Calloc(1, size), Free(size)});
@@ -198,7 +262,7 @@ void ExpectListOf(const ListGetter& getter, std::size_t count, std::size_t produ
   const std::size_t total = getter.cap * getter.size;
   fake::Device device;
   device.AnswerWith(
-      {.bytes = wire::Patterns(produced, getter.size, getter.pattern), .length = length});
+      {.bytes = wire::Patterns(produced, getter.size, PatternOf(getter.count)), .length = length});
   auto* list = Sentinel<RecordList*>();
   const Outcome outcome = Run([&] { return getter.call(&list); });
   ASSERT_EQ(outcome.result, 0);
@@ -232,7 +296,8 @@ void ExpectCutReply(const ListGetter& getter, std::size_t length) {
   SCOPED_TRACE(fmt::format("a cut reply of {} bytes", length));
   const std::size_t total = getter.cap * getter.size;
   fake::Device device;
-  fake::Bytes reply = wire::Patterns(length / getter.size + 1, getter.size, getter.pattern);
+  fake::Bytes reply =
+      wire::Patterns(length / getter.size + 1, getter.size, PatternOf(getter.count));
   reply.resize(length);
   device.AnswerWith({.bytes = reply});
   ExpectUndecoded(getter, device, EBADMSG,

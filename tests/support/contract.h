@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "support/fake_device.h"
+#include "support/getters/table.h"
 #include "support/wire.h"
 
 // What every function of one shape must do, on every path. A family's test names the function, its
@@ -47,36 +48,16 @@ void ExpectSent(const fake::Device& device, unsigned long code, const fake::Byte
 void ExpectCommand(const Call& call, unsigned long code, const fake::Bytes& input);
 void ExpectCommand(const Call& call, unsigned long code, const wire::Block& block);
 
-// A getter whose reply the kernel writes straight into `buffer` of the caller.
-void ExpectRawGetter(const Call& call, unsigned long code, const wire::Block& block, void* buffer,
-                     uint32_t capacity);
+using getters::ListGetter;
+using getters::RawGetter;
+using getters::RecordGetter;
 
-// A getter of one decoded record of `size` bytes. `release` is NULL where plain free() is due.
-struct RecordGetter {
-  std::function<int(void** out)> call;
-  std::function<void(void* record)> release;
-  unsigned long code;
-  wire::Block block;
-  std::size_t size;
-  wire::RecordPattern pattern = wire::Pattern;
-};
+// A getter whose reply is not decoded.
+void ExpectRawGetter(const RawGetter& getter);
+
+// A getter of one decoded record.
 void ExpectRecordGetter(const RecordGetter& getter);
 
-// A getter of a list. `dropsHeader`: the header is lost when the command itself fails.
-// `hidesDecodeFailure`: a reply that cannot be decoded is answered with 0 and the address of the
-// released header.
-struct ListGetter {
-  std::function<int(RecordList** out)> call;
-  std::function<void(RecordList* list)> release;
-  unsigned long code;
-  wire::Block block;
-  std::size_t size;
-  std::size_t cap;
-  bool dropsHeader = false;
-  bool hidesDecodeFailure = false;
-  wire::RecordPattern pattern = wire::Pattern;
-  bool takesCutRecord = false;  // a reply that ends inside a record gives that record too
-};
 void ExpectListGetter(const ListGetter& getter);
 
 // The part of ExpectListGetter in which nothing is decoded, for a list whose replies are too large
@@ -86,6 +67,9 @@ void ExpectListFailures(const ListGetter& getter);
 // The Release of a list: NULL is ignored, a header without entries is freed alone, entries are freed
 // before their header.
 void ExpectListRelease(const std::function<void(RecordList* list)>& release);
+
+// Patterns in which the count of each record is that of its seed, as far as there is room.
+wire::RecordPattern PatternOf(const getters::Count& count);
 
 // One record as the getter returns it for `source`.
 fake::Bytes DecodeOne(const RecordGetter& getter, const fake::Bytes& source);

@@ -44,11 +44,11 @@ fake::Bytes BytesOf(const void* object, std::size_t size) {
 }
 
 std::string Difference(const fake::Bytes& actual, const fake::Bytes& expected) {
+  if (actual == expected) return "";
   if (actual.size() != expected.size()) {
     return fmt::format("{} bytes, expected {}", actual.size(), expected.size());
   }
   const auto [left, right] = std::mismatch(actual.begin(), actual.end(), expected.begin());
-  if (left == actual.end()) return "";
   return fmt::format("byte {} is 0x{:02x}, expected 0x{:02x}", left - actual.begin(), *left,
                      *right);
 }

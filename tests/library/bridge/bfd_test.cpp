@@ -19,13 +19,8 @@ using contract::ExpectCommand;
 using contract::Steps;
 using wire::Block;
 
-contract::ListGetter SessionsGetter() {
-  return {.call = [](RecordList** out) { return VDRZAX_GetBridgeBFDSessions("edge-1", out); },
-          .release = VDRZAX_ReleaseBridgeBFDSessions,
-          .code = 96,
-          .block = Block().Text(0, "edge-1"),
-          .size = 39,
-          .cap = 2867200};
+const contract::ListGetter& SessionsGetter() {
+  return getters::List("VDRZAX_GetBridgeBFDSessions");
 }
 
 // Records that differ from their neighbours, one after another. 255 of them are made once: a full
@@ -121,8 +116,7 @@ TEST(BfdSessions, NothingIsLeftWhenAnAllocationOrTheCommandFails) {
 }
 
 TEST(BfdSessions, TheFetchFreesTheCallersHeaderOnEveryFailure) {
-  bridge::ExpectFetch(SessionsGetter(),
-                      [](RecordList* list) { return VDRZAXGetBridgeBFDSessions("edge-1", list); });
+  bridge::ExpectFetch(SessionsGetter());
 }
 
 TEST(BfdSessions, AnEmptyListAndAShortOneTouchLittleOfTheMemoryTheyReserve) {
@@ -241,18 +235,7 @@ TEST(BfdPortConnections, APortNameOf64CharactersIsCutTo63) {
 }
 
 TEST(BfdPortConnections, AreReadIntoTheCallers131072BytesByABlockOfZeros) {
-  fake::Bytes buffer(131072);
-  contract::ExpectRawGetter([&] { return VDRZAX_GetBFDPortConnections(buffer.data()); }, 99,
-                            Block(), buffer.data(), 131072);
-}
-
-TEST(BfdPortConnections, AMissingBufferIsGivenToTheKernel) {
-  fake::Device device;
-  device.AnswerWith(fake::Failure(EFAULT));
-  contract::ExpectFailure(device, [] { return VDRZAX_GetBFDPortConnections(nullptr); }, EFAULT,
-                          {"open64", "ioctl", "close"});
-  contract::ExpectSent(device, 99, Block().bytes(), 131072);
-  EXPECT_EQ(device.commands.front().outBuffer, nullptr);
+  contract::ExpectRawGetter(getters::Raw("VDRZAX_GetBFDPortConnections"));
 }
 
 TEST(BfdPortConnectionsDeathTest, AnUntestedNullFaults) {

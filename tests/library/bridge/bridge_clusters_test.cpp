@@ -13,23 +13,9 @@ using wire::Block;
 
 constexpr MacValue kMac{{0x02, 0x13, 0x24, 0x35, 0x46, 0x57}};
 
-contract::ListGetter ClustersGetter() {
-  return {.call = [](RecordList** out) { return VDRZAX_GetBridgeClusters("edge-1", out); },
-          .release = VDRZAX_ReleaseBridgeClusters,
-          .code = 89,
-          .block = Block().Text(0, "edge-1"),
-          .size = 183,
-          .cap = 10};
-}
+const contract::ListGetter& ClustersGetter() { return getters::List("VDRZAX_GetBridgeClusters"); }
 
-contract::ListGetter NodesGetter() {
-  return {.call = [](RecordList** out) { return VDRZAX_GetBridgeClusterNodes("edge-1", out); },
-          .release = VDRZAX_ReleaseBridgeClusterNodes,
-          .code = 92,
-          .block = Block().Text(0, "edge-1"),
-          .size = 71,
-          .cap = 100};
-}
+const contract::ListGetter& NodesGetter() { return getters::List("VDRZAX_GetBridgeClusterNodes"); }
 
 // What is copied of the 183 bytes of a cluster; 64 to 71 are not.
 fake::Bytes DecodedCluster(const fake::Bytes& source) {
@@ -47,8 +33,7 @@ TEST(BridgeClusters, AreListedByTheContractOfAListGetter) {
 }
 
 TEST(BridgeClusters, TheFetchFreesTheCallersHeaderOnEveryFailure) {
-  bridge::ExpectFetch(ClustersGetter(),
-                      [](RecordList* list) { return VDRZAXGetBridgeClusters("edge-1", list); });
+  bridge::ExpectFetch(ClustersGetter());
 }
 
 TEST(BridgeClusters, EveryRecordIsCopiedFieldByField) {
@@ -112,10 +97,10 @@ TEST(BridgeClusters, AReplyOf1830BytesIsTenClusters) {
 TEST(BridgeClusters, WithoutANameTheListSendsABlockThatIsZeroThroughout) {
   contract::ListGetter getter = ClustersGetter();
   getter.call = [](RecordList** out) { return VDRZAX_GetBridgeClusters(nullptr, out); };
+  getter.fetch = [](RecordList* list) { return VDRZAXGetBridgeClusters(nullptr, list); };
   getter.block = Block();
   contract::ExpectListGetter(getter);
-  bridge::ExpectFetch(getter,
-                      [](RecordList* list) { return VDRZAXGetBridgeClusters(nullptr, list); });
+  bridge::ExpectFetch(getter);
 }
 
 TEST(BridgeClusters, AnythingButZeroCreatesAndZeroDeletes) {
@@ -185,8 +170,7 @@ TEST(BridgeClusterNodes, AreListedByTheContractOfAListGetter) {
 }
 
 TEST(BridgeClusterNodes, TheFetchFreesTheCallersHeaderOnEveryFailure) {
-  bridge::ExpectFetch(NodesGetter(),
-                      [](RecordList* list) { return VDRZAXGetBridgeClusterNodes("edge-1", list); });
+  bridge::ExpectFetch(NodesGetter());
 }
 
 TEST(BridgeClusterNodes, EveryRecordIsCopiedFieldByField) {
@@ -235,10 +219,10 @@ TEST(BridgeClusterNodes, AReplyOf100BytesIsRefusedAsAWhole) {
 TEST(BridgeClusterNodes, WithoutANameTheListSendsABlockThatIsZeroThroughout) {
   contract::ListGetter getter = NodesGetter();
   getter.call = [](RecordList** out) { return VDRZAX_GetBridgeClusterNodes(nullptr, out); };
+  getter.fetch = [](RecordList* list) { return VDRZAXGetBridgeClusterNodes(nullptr, list); };
   getter.block = Block();
   contract::ExpectListGetter(getter);
-  bridge::ExpectFetch(getter,
-                      [](RecordList* list) { return VDRZAXGetBridgeClusterNodes(nullptr, list); });
+  bridge::ExpectFetch(getter);
 }
 
 TEST(BridgeClusterNodes, AddingSendsTheMacBehindBothNames) {

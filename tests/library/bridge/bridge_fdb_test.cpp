@@ -13,18 +13,7 @@ namespace {
 using contract::ExpectCommand;
 using wire::Block;
 
-contract::ListGetter FdbGetter() {
-  return {.call =
-              [](RecordList** out) {
-                return VDRZAX_GetBridgeFdbEntries("edge-1", 0x1122, 0x33445566, out);
-              },
-          .release = VDRZAX_ReleaseBridgeFdbEntries,
-          .code = 65,
-          .block = Block().Text(0, "edge-1").U32(260, 0x1122).U32(264, 0x33445566).U32(268, 1),
-          .size = 20,
-          .cap = 10240,
-          .dropsHeader = true};
-}
+const contract::ListGetter& FdbGetter() { return getters::List("VDRZAX_GetBridgeFdbEntries"); }
 
 // All 20 bytes of an entry are copied.
 fake::Bytes DecodedEntry(const fake::Bytes& source) {
@@ -36,9 +25,7 @@ TEST(BridgeFdb, IsListedByTheContractOfAListGetterThatDropsItsHeader) {
 }
 
 TEST(BridgeFdb, TheFetchLeavesTheCallersHeaderAloneWhenTheCommandFails) {
-  bridge::ExpectFetch(FdbGetter(), [](RecordList* list) {
-    return VDRZAXGetBridgeFdbEntries("edge-1", 0x1122, 0x33445566, list);
-  });
+  bridge::ExpectFetch(FdbGetter());
 }
 
 TEST(BridgeFdb, EveryRecordIsCopiedFieldByField) {

@@ -10,30 +10,11 @@ namespace {
 
 using wire::Block;
 
-contract::RecordGetter InstanceGetter() {
-  return {.call =
-              [](void** out) {
-                return VDRZAX_GetBridgeInstance("edge-1",
-                                                reinterpret_cast<BridgeInstanceRecord**>(out));
-              },
-          .release =
-              [](void* record) {
-                VDRZAX_ReleaseBridgeInstance(static_cast<BridgeInstanceRecord*>(record));
-              },
-          .code = 62,
-          .block = Block().Text(0, "edge-1"),
-          .size = 393};
+const contract::RecordGetter& InstanceGetter() {
+  return getters::Record("VDRZAX_GetBridgeInstance");
 }
 
-contract::ListGetter InstancesGetter() {
-  return {.call = VDRZAX_GetBridgeInstances,
-          .release = VDRZAX_ReleaseBridgeInstances,
-          .code = 61,
-          .block = Block(),
-          .size = 393,
-          .cap = 4096,
-          .dropsHeader = true};
-}
+const contract::ListGetter& InstancesGetter() { return getters::List("VDRZAX_GetBridgeInstances"); }
 
 // What is copied of the 393 bytes of a bridge instance; 293 to 304 are not.
 fake::Bytes DecodedInstance(const fake::Bytes& source) {
@@ -58,7 +39,7 @@ TEST(BridgeInstances, AllAreListedByTheContractOfAListGetterThatDropsItsHeader) 
 }
 
 TEST(BridgeInstances, TheFetchLeavesTheCallersHeaderAloneWhenTheCommandFails) {
-  bridge::ExpectFetch(InstancesGetter(), VDRZAXGetBridgeInstances);
+  bridge::ExpectFetch(InstancesGetter());
 }
 
 TEST(BridgeInstances, AFetchOfAnEmptyListClearsTheCountOfTheCallersHeader) {

@@ -14,8 +14,6 @@
 // What every list of the bridges must do beyond the contract of its getter.
 namespace bridge {
 
-using Fetch = std::function<int(RecordList* list)>;
-
 // A header of a caller's own, with an old content that a fetch may overwrite but never free.
 inline RecordList* ForeignHeader(fake::Device& device) {
   static uint8_t anything;
@@ -27,8 +25,9 @@ inline RecordList* ForeignHeader(fake::Device& device) {
 }
 
 // The fetch fails with `error`, has done `steps`, and the header is gone, but where it survives.
-inline void ExpectFetchFailure(const Fetch& fetch, const std::function<void(fake::Device&)>& script,
-                               int error, const contract::Steps& steps, bool survives) {
+inline void ExpectFetchFailure(const std::function<int(RecordList* list)>& fetch,
+                               const std::function<void(fake::Device&)>& script, int error,
+                               const contract::Steps& steps, bool survives) {
   fake::Device device;
   script(device);
   RecordList* list = ForeignHeader(device);
@@ -44,7 +43,8 @@ inline void ExpectFetchFailure(const Fetch& fetch, const std::function<void(fake
 
 // The exported fetch of a list, called with a header of the caller's. It sends what its getter
 // sends, and leaves the header to the caller where the getter loses its own.
-inline void ExpectFetch(const contract::ListGetter& getter, const Fetch& fetch) {
+inline void ExpectFetch(const contract::ListGetter& getter) {
+  const auto& fetch = getter.fetch;
   const std::size_t size = getter.size;
   const std::size_t total = getter.cap * size;
   const std::string reply = fmt::format("malloc({})", total);

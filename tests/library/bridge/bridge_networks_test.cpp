@@ -11,15 +11,7 @@ namespace {
 
 using wire::Block;
 
-contract::ListGetter NetworksGetter() {
-  return {.call = [](RecordList** out) { return VDRZAX_GetBridgeNetworks("first", "b-1", out); },
-          .release = VDRZAX_ReleaseBridgeNetworks,
-          .code = 63,
-          .block = Block().Text(0, "b-1"),
-          .size = 133,
-          .cap = 32768,
-          .dropsHeader = true};
-}
+const contract::ListGetter& NetworksGetter() { return getters::List("VDRZAX_GetBridgeNetworks"); }
 
 // What is copied of the 133 bytes of a network; 125 to 132 are not.
 fake::Bytes DecodedNetwork(const fake::Bytes& source) {
@@ -32,9 +24,7 @@ TEST(BridgeNetworks, AreListedByTheContractOfAListGetterThatDropsItsHeader) {
 }
 
 TEST(BridgeNetworks, TheFetchLeavesTheCallersHeaderAloneWhenTheCommandFails) {
-  bridge::ExpectFetch(NetworksGetter(), [](RecordList* list) {
-    return VDRZAXGetBridgeNetworks("first", "b-1", list);
-  });
+  bridge::ExpectFetch(NetworksGetter());
 }
 
 TEST(BridgeNetworks, EveryRecordIsCopiedFieldByField) {

@@ -11,18 +11,7 @@ namespace {
 
 using wire::Block;
 
-contract::ListGetter PortsGetter() {
-  return {.call =
-              [](RecordList** out) {
-                return VDRZAX_GetBridgePorts("first", "b-1", 0x1122, 0x33445566, out);
-              },
-          .release = VDRZAX_ReleaseBridgePorts,
-          .code = 64,
-          .block = Block().Text(0, "b-1").U32(260, 0x1122).U32(264, 0x33445566).U32(268, 1),
-          .size = 146,
-          .cap = 32768,
-          .dropsHeader = true};
-}
+const contract::ListGetter& PortsGetter() { return getters::List("VDRZAX_GetBridgePorts"); }
 
 // All 146 bytes of a port are copied.
 fake::Bytes DecodedPort(const fake::Bytes& source) {
@@ -34,9 +23,7 @@ TEST(BridgePorts, AreListedByTheContractOfAListGetterThatDropsItsHeader) {
 }
 
 TEST(BridgePorts, TheFetchLeavesTheCallersHeaderAloneWhenTheCommandFails) {
-  bridge::ExpectFetch(PortsGetter(), [](RecordList* list) {
-    return VDRZAXGetBridgePorts("first", "b-1", 0x1122, 0x33445566, list);
-  });
+  bridge::ExpectFetch(PortsGetter());
 }
 
 TEST(BridgePorts, EveryRecordIsCopiedFieldByField) {

@@ -29,28 +29,7 @@ TEST(PhysicalMac, DeleteWithoutAddressSends968ZeroBytes) {
 }
 
 TEST(PhysicalMac, TheKernelFillsTheCallers131072Bytes) {
-  fake::Bytes buffer(131072);
-  contract::ExpectRawGetter([&] { return VDRZAX_GetPmac(buffer.data()); }, 73, Block(),
-                            buffer.data(), 131072);
-}
-
-TEST(PhysicalMac, ANullBufferIsGivenToTheKernel) {
-  fake::Device device;
-  device.AnswerWith(fake::Failure(EFAULT));
-  contract::ExpectFailure(device, [] { return VDRZAX_GetPmac(nullptr); }, EFAULT,
-                          {"open64", "ioctl", "close"});
-  ASSERT_EQ(device.commands.size(), 1u);
-  EXPECT_EQ(device.commands[0].outBuffer, nullptr);
-  EXPECT_EQ(device.commands[0].outLength, 131072u);
-}
-
-TEST(PhysicalMac, AFailedReadLeavesTheBufferAsTheKernelLeftIt) {
-  fake::Bytes buffer(131072, 0xEE);
-  fake::Device device;
-  device.AnswerWith({.bytes = {1, 2, 3}, .result = -1, .error = EIO});
-  EXPECT_EQ(VDRZAX_GetPmac(buffer.data()), -1);
-  EXPECT_EQ(buffer[2], 3);
-  EXPECT_EQ(buffer[3], 0xEE);
+  contract::ExpectRawGetter(getters::Raw("VDRZAX_GetPmac"));
 }
 
 }  // namespace

@@ -94,95 +94,30 @@ TEST(Connections, ANameOf64CharactersIsCutTo63AndTerminated) {
   const std::string name(64, 'n');
   const Block cut = Block().Text(256, std::string(63, 'n'));
   ExpectCommand([&] { return VDRZAX_UnPlumbVdrConnection(name.c_str()); }, 16, cut);
-  fake::Bytes buffer(152);
-  ExpectRawGetter([&] { return VDRZAX_GetConnection(name.c_str(), buffer.data()); }, 18, cut,
-                  buffer.data(), 152);
-  ExpectRawGetter([&] { return VDRZAX_GetVMAC(name.c_str(), buffer.data()); }, 149, cut,
-                  buffer.data(), 6);
+  contract::RawGetter getter = getters::Raw("VDRZAX_GetConnection");
+  getter.call = [&](void* buffer) { return VDRZAX_GetConnection(name.c_str(), buffer); };
+  getter.block = cut;
+  ExpectRawGetter(getter);
+  getter = getters::Raw("VDRZAX_GetVMAC");
+  getter.call = [&](void* buffer) { return VDRZAX_GetVMAC(name.c_str(), buffer); };
+  getter.block = cut;
+  ExpectRawGetter(getter);
 }
 
 TEST(Connections, AllAreReadIntoABufferOf131072BytesWithAnEmptyBlock) {
-  fake::Bytes buffer(131072);
-  ExpectRawGetter([&] { return VDRZAX_GetConnections(buffer.data()); }, 17, Block(), buffer.data(),
-                  131072);
+  ExpectRawGetter(getters::Raw("VDRZAX_GetConnections"));
 }
 
 TEST(Connections, OneIsReadWithItsNameAt256AndNoInstanceName) {
-  fake::Bytes buffer(152);
-  ExpectRawGetter([&] { return VDRZAX_GetConnection("conn-1", buffer.data()); }, 18,
-                  Block().Raw(0, fake::Bytes(64, 0)).Text(256, "conn-1"), buffer.data(), 152);
+  ExpectRawGetter(getters::Raw("VDRZAX_GetConnection"));
 }
 
 TEST(Connections, TheVirtualMacIsReadAsSixBytes) {
-  fake::Bytes buffer(6);
-  ExpectRawGetter([&] { return VDRZAX_GetVMAC("conn-1", buffer.data()); }, 149,
-                  Block().Text(256, "conn-1"), buffer.data(), 6);
-}
-
-TEST(Connections, AShortReplyIsNotNoticed) {
-  fake::Device device;
-  device.AnswerWith({.bytes = {1, 2, 3}});
-  fake::Bytes buffer(152, 0xEE);
-  const auto outcome = contract::Run([&] { return VDRZAX_GetConnection("conn-1", buffer.data()); });
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, contract::kUntouched);
-  fake::Bytes expected(152, 0xEE);
-  expected[0] = 1;
-  expected[1] = 2;
-  expected[2] = 3;
-  EXPECT_BYTES(buffer, expected);
-}
-
-TEST(Connections, AMissingBufferIsGivenToTheKernelWithTheSameCapacity) {
-  fake::Device device;
-  EXPECT_EQ(VDRZAX_GetConnections(nullptr), 0);
-  EXPECT_EQ(VDRZAX_GetConnection("conn-1", nullptr), 0);
-  EXPECT_EQ(VDRZAX_GetVMAC("conn-1", nullptr), 0);
-  ASSERT_EQ(device.commands.size(), 3u);
-  for (const auto& command : device.commands) EXPECT_EQ(command.outBuffer, nullptr);
-  EXPECT_EQ(device.commands[0].outLength, 131072u);
-  EXPECT_EQ(device.commands[1].outLength, 152u);
-  EXPECT_EQ(device.commands[2].outLength, 6u);
+  ExpectRawGetter(getters::Raw("VDRZAX_GetVMAC"));
 }
 
 TEST(Connections, PendingDeletionIsReadAsFourBytesWithoutInput) {
-  fake::Device device;
-  device.AnswerWith({.bytes = {0x78, 0x56, 0x34, 0x12}});
-  uint32_t pending = 0;
-  const auto outcome = contract::Run([&] { return VDRZAX_VDRDevCheckConnDeletion(&pending); });
-  EXPECT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, contract::kUntouched);
-  EXPECT_EQ(pending, 0x12345678u);
-  contract::ExpectSent(device, 85, {}, 4);
-  EXPECT_NE(device.commands[0].outBuffer, &pending);
-  EXPECT_EQ(device.steps, (contract::Steps{"open64", "ioctl", "close"}));
-}
-
-TEST(Connections, TheLengthOfTheAnswerAboutPendingDeletionIsNotExamined) {
-  for (const uint32_t length : {0u, 3u, 5u, 0xFFFFFFFFu}) {
-    fake::Device device;
-    device.AnswerWith({.bytes = {1, 0, 0, 0}, .length = length});
-    uint32_t pending = 0;
-    EXPECT_EQ(VDRZAX_VDRDevCheckConnDeletion(&pending), 0);
-    EXPECT_EQ(pending, 1u);
-  }
-}
-
-TEST(Connections, AFailedQuestionAboutPendingDeletionLeavesTheVariableAsItWas) {
-  uint32_t pending = 77;
-  {
-    fake::Device device;
-    device.openError = ENOENT;
-    contract::ExpectFailure(device, [&] { return VDRZAX_VDRDevCheckConnDeletion(&pending); },
-                            ENOENT, {"open64"});
-  }
-  {
-    fake::Device device;
-    device.AnswerWith({.bytes = {1, 2, 3, 4}, .result = -1, .error = EPERM});
-    contract::ExpectFailure(device, [&] { return VDRZAX_VDRDevCheckConnDeletion(&pending); }, EPERM,
-                            {"open64", "ioctl", "close"});
-  }
-  EXPECT_EQ(pending, 77u);
+  ExpectRawGetter(getters::Raw("VDRZAX_VDRDevCheckConnDeletion"));
 }
 
 TEST(Connections, PendingDeletionIsAskedForAlsoWithoutAPointerToTheResult) {

@@ -12,16 +12,8 @@ using contract::ExpectCommand;
 using contract::ExpectRefused;
 using wire::Block;
 
-contract::RecordGetter SyncStateGetter() {
-  return {.call =
-              [](void** out) {
-                return VDRZAX_GetVdrInstanceCPSyncState("edge-1",
-                                                        reinterpret_cast<CPSyncStateRecord**>(out));
-              },
-          .release = [](void* record) { std::free(record); },
-          .code = 87,
-          .block = Block().Text(0, "edge-1"),
-          .size = 1420};
+const contract::RecordGetter& SyncStateGetter() {
+  return getters::Record("VDRZAX_GetVdrInstanceCPSyncState");
 }
 
 TEST(ControlPlane, TheSyncStateIsReadByTheContractOfARecordGetterAndFreedPlainly) {

@@ -11,50 +11,17 @@ using contract::ExpectCommand;
 using contract::ExpectRefused;
 using wire::Block;
 
-void Release(void* record) { VDRZAX_ReleaseStats(static_cast<StatsRecord*>(record)); }
-
-contract::RecordGetter ControlPlaneGetter() {
-  return {.call =
-              [](void** out) {
-                return VDRZAX_GetVdrInstanceCPStats("edge-1", reinterpret_cast<StatsRecord**>(out));
-              },
-          .release = Release,
-          .code = 5,
-          .block = Block().Text(0, "edge-1"),
-          .size = 852};
+const contract::RecordGetter& ControlPlaneGetter() {
+  return getters::Record("VDRZAX_GetVdrInstanceCPStats");
 }
 
-contract::RecordGetter LifGetter() {
-  return {.call =
-              [](void** out) {
-                return VDRZAX_GetLifStats("edge-1", "uplink", reinterpret_cast<StatsRecord**>(out));
-              },
-          .release = Release,
-          .code = 23,
-          .block = Block().Text(0, "edge-1").Text(384, "uplink"),
-          .size = 852};
+const contract::RecordGetter& LifGetter() { return getters::Record("VDRZAX_GetLifStats"); }
+
+const contract::RecordGetter& CachedLifGetter() {
+  return getters::Record("VDRZAX_GetLifStatsCached");
 }
 
-contract::RecordGetter CachedLifGetter() {
-  return {.call =
-              [](void** out) {
-                return VDRZAX_GetLifStatsCached("edge-1", "uplink",
-                                                reinterpret_cast<StatsRecord**>(out));
-              },
-          .release = Release,
-          .code = 23,
-          .block = Block().Text(0, "edge-1").Text(384, "uplink").U32(552, 1),
-          .size = 852};
-}
-
-contract::RecordGetter DatapathGetter() {
-  return {
-      .call = [](void** out) { return VDRZAX_GetVdrDiStats(reinterpret_cast<StatsRecord**>(out)); },
-      .release = Release,
-      .code = 43,
-      .block = Block(),
-      .size = 852};
-}
+const contract::RecordGetter& DatapathGetter() { return getters::Record("VDRZAX_GetVdrDiStats"); }
 
 // A reply with another number in every slot.
 fake::Bytes SourceOf(uint32_t type) {

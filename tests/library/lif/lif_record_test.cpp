@@ -1,22 +1,11 @@
 #include <gtest/gtest.h>
 #include <vdrzax/lif.h>
 
-#include <algorithm>
-
 #include "support/contract.h"
 
 namespace {
 
-contract::RecordGetter LifGetter() {
-  return {.call =
-              [](void** out) {
-                return VDRZAX_GetLif("edge-1", "uplink", reinterpret_cast<LifRecord**>(out));
-              },
-          .release = [](void* record) { VDRZAX_ReleaseLif(static_cast<LifRecord*>(record)); },
-          .code = 22,
-          .block = wire::Block().Text(0, "edge-1").Text(384, "uplink"),
-          .size = 961};
-}
+const contract::RecordGetter& LifGetter() { return getters::Record("VDRZAX_GetLif"); }
 
 void SetCount(fake::Bytes& source, uint32_t count) {
   for (std::size_t index = 0; index < 4; ++index) {

@@ -13,14 +13,8 @@ using contract::ExpectCommand;
 using contract::ExpectRefused;
 using wire::Block;
 
-void ReleaseOne(void* record) { VDRZAX_ReleaseLif(static_cast<LifRecord*>(record)); }
-
-// As many sub-entries as fit, another number in each record.
 fake::Bytes LifPattern(std::size_t size, unsigned seed) {
-  fake::Bytes record = wire::Pattern(size, seed);
-  const fake::Bytes count{static_cast<uint8_t>(seed % 11), 0, 0, 0};
-  if (size >= 570) std::copy(count.begin(), count.end(), record.begin() + 566);
-  return record;
+  return contract::PatternOf(getters::Record("VDRZAX_GetLif").count)(size, seed);
 }
 
 fake::Bytes DecodedLif(unsigned seed) {
@@ -34,61 +28,15 @@ fake::Bytes DecodedLif(unsigned seed) {
   return record;
 }
 
-contract::RecordGetter LifGetter() {
-  return {.call =
-              [](void** out) {
-                return VDRZAX_GetLif("edge-1", "uplink", reinterpret_cast<LifRecord**>(out));
-              },
-          .release = ReleaseOne,
-          .code = 22,
-          .block = Block().Text(0, "edge-1").Text(384, "uplink"),
-          .size = 961,
-          .pattern = LifPattern};
-}
+const contract::RecordGetter& LifGetter() { return getters::Record("VDRZAX_GetLif"); }
 
-contract::RecordGetter BridgeLifGetter() {
-  return {.call =
-              [](void** out) {
-                return VDRZAX_GetBridgeLif("edge-1", "uplink", reinterpret_cast<LifRecord**>(out));
-              },
-          .release = ReleaseOne,
-          .code = 60,
-          .block = Block().Text(0, "edge-1").Text(384, "uplink"),
-          .size = 961,
-          .pattern = LifPattern};
-}
+const contract::RecordGetter& BridgeLifGetter() { return getters::Record("VDRZAX_GetBridgeLif"); }
 
-contract::ListGetter LifsGetter() {
-  return {.call = [](RecordList** out) { return VDRZAX_GetLifs("edge-1", out); },
-          .release = VDRZAX_ReleaseLifs,
-          .code = 21,
-          .block = Block().Text(0, "edge-1"),
-          .size = 961,
-          .cap = 10000,
-          .hidesDecodeFailure = true,
-          .pattern = LifPattern};
-}
+const contract::ListGetter& LifsGetter() { return getters::List("VDRZAX_GetLifs"); }
 
-contract::ListGetter ExtVlanLifsGetter() {
-  return {.call = [](RecordList** out) { return VDRZAX_GetExtVlanLifs(0x1234, out); },
-          .release = VDRZAX_ReleaseLifs,
-          .code = 172,
-          .block = Block().U32(260, 0x1234),
-          .size = 961,
-          .cap = 10000,
-          .pattern = LifPattern};
-}
+const contract::ListGetter& ExtVlanLifsGetter() { return getters::List("VDRZAX_GetExtVlanLifs"); }
 
-contract::ListGetter BridgeLifsGetter() {
-  return {.call = [](RecordList** out) { return VDRZAX_GetBridgeLifs("edge-1", out); },
-          .release = VDRZAX_ReleaseLifs,
-          .code = 59,
-          .block = Block().Text(0, "edge-1"),
-          .size = 961,
-          .cap = 10000,
-          .dropsHeader = true,
-          .pattern = LifPattern};
-}
+const contract::ListGetter& BridgeLifsGetter() { return getters::List("VDRZAX_GetBridgeLifs"); }
 
 std::vector<contract::ListGetter> ListGetters() {
   return {LifsGetter(), ExtVlanLifsGetter(), BridgeLifsGetter()};

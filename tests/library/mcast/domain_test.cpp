@@ -9,19 +9,7 @@ namespace {
 
 using wire::Block;
 
-contract::RecordGetter DomainGetter() {
-  return {.call =
-              [](void** out) {
-                return VDRZAX_GetMRoutingDomain("edge-1", reinterpret_cast<MRoutingDomain**>(out));
-              },
-          .release =
-              [](void* record) {
-                VDRZAX_ReleaseMRoutingDomainData(static_cast<MRoutingDomain*>(record));
-              },
-          .code = 130,
-          .block = Block().Text(0, "edge-1"),
-          .size = 148};
-}
+const contract::RecordGetter& DomainGetter() { return getters::Record("VDRZAX_GetMRoutingDomain"); }
 
 fake::Bytes DecodedDomain(const fake::Bytes& source) {
   return wire::Decoded(source, {{0, 64, 't'}, {64, 48, 't'}, {112, 32}, {144, 4}});

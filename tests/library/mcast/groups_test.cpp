@@ -10,15 +10,8 @@ namespace {
 
 using wire::Block;
 
-contract::ListGetter GroupsGetter() {
-  return {.call = [](RecordList** out) { return VDRZAX_GetMRoutingAllMcastGroups("edge-1", out); },
-          .release = VDRZAX_ReleaseMRoutingMcastGroups,
-          .code = 135,
-          .block = Block().Text(0, "edge-1"),
-          .size = 12,
-          .cap = 4096,
-          .dropsHeader = true,
-          .takesCutRecord = true};
+const contract::ListGetter& GroupsGetter() {
+  return getters::List("VDRZAX_GetMRoutingAllMcastGroups");
 }
 
 TEST(McastGroups, TheyAreListedByTheContractOfAListGetter) {

@@ -11,17 +11,7 @@ namespace {
 using contract::ExpectCommand;
 using wire::Block;
 
-contract::ListGetter LocalRcvrs() {
-  return {
-      .call =
-          [](RecordList** out) { return VDRZAX_GetMRoutingLocalRcvrs("edge-1", 0x11223344, out); },
-      .release = VDRZAX_ReleaseMRoutingLocalRcvrs,
-      .code = 128,
-      .block = Block().Text(0, "edge-1").U32(256, 0x11223344),
-      .size = 88,
-      .cap = 512,
-      .dropsHeader = true};
-}
+const contract::ListGetter& LocalRcvrs() { return getters::List("VDRZAX_GetMRoutingLocalRcvrs"); }
 
 fake::Bytes DecodedLocalRcvr(const fake::Bytes& source) {
   return wire::Decoded(source, {{0, 64, 't'}, {64, 4}, {68, 4}, {72, 16}});

@@ -11,7 +11,6 @@
 namespace {
 
 using contract::ExpectCommand;
-using contract::ExpectResultCommand;
 using contract::ExpectResultCommandRefused;
 using wire::Block;
 
@@ -38,36 +37,23 @@ fake::Bytes RefWithEntries(uint8_t count, unsigned seed = 1) {
   return ref;
 }
 
-contract::RecordGetter RefGetter() {
-  return {.call =
-              [](void** out) {
-                return VDRZAX_GetLifPolicyTableRef("edge-1", "lif-1",
-                                                   reinterpret_cast<LifPolicyTableRef**>(out));
-              },
-          .release =
-              [](void* record) {
-                VDRZAX_ReleaseLifPolicyTableRef(static_cast<LifPolicyTableRef*>(record));
-              },
-          .code = 146,
-          .block = Block().Text(0, "edge-1").Text(384, "lif-1"),
-          .size = 546,
-          .pattern = [](std::size_t, unsigned seed) { return RefWithEntries(20, seed); }};
-}
+const contract::RecordGetter& RefGetter() { return getters::Record("VDRZAX_GetLifPolicyTableRef"); }
 
 TEST(LifPolicyTableRefs, SetSendsNamesCountAndEntries) {
   const Entries entries(3);
-  ExpectResultCommand(
-      [&](void* result) {
-        return VDRZAX_SetLifPolicyTableRef("edge-1", "lif-1", 3, entries.get(), result);
-      },
-      147,
-      Block()
-          .Text(0, "edge-1")
-          .Text(384, "lif-1")
-          .U16(480, 3)
-          .Raw(484, wire::Pattern(24, 0))
-          .Raw(508, wire::Pattern(24, 1))
-          .Raw(532, wire::Pattern(24, 2)));
+  contract::RawGetter getter = getters::Raw("VDRZAX_SetLifPolicyTableRef");
+  contract::ExpectRawGetter(getter);
+  getter.call = [&](void* result) {
+    return VDRZAX_SetLifPolicyTableRef("edge-1", "lif-1", 3, entries.get(), result);
+  };
+  getter.block = Block()
+                     .Text(0, "edge-1")
+                     .Text(384, "lif-1")
+                     .U16(480, 3)
+                     .Raw(484, wire::Pattern(24, 0))
+                     .Raw(508, wire::Pattern(24, 1))
+                     .Raw(532, wire::Pattern(24, 2));
+  contract::ExpectRawGetter(getter);
 }
 
 TEST(LifPolicyTableRefs, TwentyEntriesEndAt964) {
@@ -91,9 +77,7 @@ TEST(LifPolicyTableRefs, ACountOf0SendsNoEntries) {
 }
 
 TEST(LifPolicyTableRefs, DeleteSendsTheNamesAlone) {
-  ExpectResultCommand(
-      [](void* result) { return VDRZAX_DelLifPolicyTableRef("edge-1", "lif-1", result); }, 148,
-      Block().Text(0, "edge-1").Text(384, "lif-1"));
+  contract::ExpectRawGetter(getters::Raw("VDRZAX_DelLifPolicyTableRef"));
 }
 
 TEST(LifPolicyTableRefs, NamesOf64CharactersAreCutTo63AndTerminated) {

@@ -10,32 +10,21 @@
 namespace {
 
 using contract::ExpectCommand;
-using contract::ExpectResultCommand;
 using contract::Steps;
 using wire::Block;
 
-contract::ListGetter TablesGetter() {
-  return {.call = VDRZAX_GetPolicyTable,
-          .release = VDRZAX_ReleaseAllPolicyTable,
-          .code = 143,
-          .block = Block(),
-          .size = 72,
-          .cap = 1000};
-}
+const contract::ListGetter& TablesGetter() { return getters::List("VDRZAX_GetPolicyTable"); }
 
 fake::Bytes DecodedTable(const fake::Bytes& source) {
   return wire::Decoded(source, {{0, 4}, {4, 64, 't'}, {68, 4}});
 }
 
 TEST(PolicyTables, SetSendsKeyAndNameAndNoInstance) {
-  ExpectResultCommand(
-      [](void* result) { return VDRZAX_SetPolicyTable(0x11121314, "table-1", result); }, 144,
-      Block().U32(412, 0x11121314).Text(416, "table-1"));
+  contract::ExpectRawGetter(getters::Raw("VDRZAX_SetPolicyTable"));
 }
 
 TEST(PolicyTables, DeleteSendsTheKeyAlone) {
-  ExpectResultCommand([](void* result) { return VDRZAX_DelPolicyTable(0x11121314, result); }, 145,
-                      Block().U32(412, 0x11121314));
+  contract::ExpectRawGetter(getters::Raw("VDRZAX_DelPolicyTable"));
 }
 
 TEST(PolicyTables, DeleteLeaves416To479ZeroWhateverTheSetBeforeItNamed) {

@@ -15,14 +15,7 @@ Number Copy(Number field) {
   return field;
 }
 
-contract::ListGetter DemuxRoutesGetter() {
-  return {.call = VDRZAX_GetDemuxRoutes,
-          .release = VDRZAX_ReleaseDemuxRoutes,
-          .code = 173,
-          .block = wire::Block(),
-          .size = 148,
-          .cap = 30000};
-}
+const contract::ListGetter& DemuxRoutesGetter() { return getters::List("VDRZAX_GetDemuxRoutes"); }
 
 fake::Bytes DecodedDemuxRoute(const fake::Bytes& source) {
   return wire::Decoded(source, {{0, 4}, {4, 4}, {8, 4}, {12, 8}, {20, 64, 't'}, {84, 64, 't'}});

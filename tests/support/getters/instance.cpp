@@ -24,10 +24,10 @@ RawGetter Setting(const char* name, int (*get)(uint32_t* value), unsigned long c
 const Family& Instance() {
   static const Family family{
       .lists = {{.name = "VDRZAX_GetInstances",
-                 .call = [](auto** out) { return VDRZAX_GetInstances("edge-1", 0x12, out); },
+                 .call = [](auto** out) { return VDRZAX_GetInstances("edge-1", 1, out); },
                  .release = VDRZAX_ReleaseInstances,
                  .code = 0,
-                 .block = Block().Text(0, "edge-1").U8(368, 0x12),
+                 .block = Block().Text(0, "edge-1").U8(368, 1),
                  .size = 577,
                  .cap = 1001}},
       .records = {{.name = "VDRZAX_GetInstance",
