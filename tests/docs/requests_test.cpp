@@ -1,0 +1,197 @@
+#include "requests/requests.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "sweep/sweep.h"
+
+// The table by which the simulated datapath reads requests, against the protocol page and against
+// what each function of the library sends.
+
+namespace {
+
+using vdrsim::requests::Field;
+using vdrsim::requests::Form;
+using vdrsim::requests::Identify;
+using vdrsim::requests::kRequests;
+using vdrsim::requests::Meanings;
+using vdrsim::requests::Request;
+
+// "384 t64 lifName", as the page writes it.
+std::string Written(const Field& field) {
+  const std::string bits = std::to_string(field.width * 8);
+  const std::string bytes = std::to_string(field.width);
+  std::string form;
+  switch (field.kind) {
+    case Field::Kind::Number:
+      form = "u" + bits;
+      break;
+    case Field::Kind::Signed:
+      form = "i" + bits;
+      break;
+    case Field::Kind::Text:
+      form = "t" + bytes;
+      break;
+    case Field::Kind::OpenText:
+      form = "p" + bytes;
+      break;
+    case Field::Kind::Mac:
+      form = "mac";
+      break;
+    case Field::Kind::Bytes:
+      form = "b" + bytes;
+      break;
+  }
+  return fmt::format("{} {} {}", field.offset, form, field.isOne ? "= 1" : field.name);
+}
+
+using Fields = std::set<std::string>;
+
+Fields FieldsOf(const std::string& input) {
+  static const std::regex field(
+      R"((\d+) ([tpbui]\d+|mac|entryCount|refCount x 24)\?? (?:low 29 bits of )?(= 1|\w+))");
+  Fields fields;
+  for (std::sregex_iterator found(input.begin(), input.end(), field), end; found != end; ++found) {
+    std::string form = (*found)[2];
+    if (form == "entryCount") form = "b128";
+    if (form == "refCount x 24") form = "b480";
+    fields.insert(fmt::format("{} {} {}", (*found)[1].str(), form, (*found)[3].str()));
+  }
+  return fields;
+}
+
+struct PageRow {
+  Form form;
+  Fields fields;
+};
+
+Form FormOf(const std::string& input) {
+  if (input.starts_with("none")) return Form::None;
+  return input.starts_with("bare") ? Form::Scalar : Form::Block;
+}
+
+// By function without prefix, then by code.
+std::map<std::string, std::map<uint32_t, PageRow>> ReadPage() {
+  static const std::regex row(R"(^\| `VDRZAX_(\w+)` \| ([\d, ]+) \| ([^|]+) \|)");
+  static const std::regex reference(R"(^as `VDRZAX_(\w+)`(?:, without (\d+))?)");
+  static const std::regex number(R"(\d+)");
+  std::ifstream page(PROTOCOL_PAGE);
+  std::map<std::string, std::map<uint32_t, PageRow>> rows;
+  std::smatch match;
+  for (std::string line; std::getline(page, line);) {
+    if (!std::regex_search(line, match, row)) continue;
+    const std::string name = match[1];
+    const std::string codes = match[2];
+    const std::string input = match[3];
+    PageRow read{.form = FormOf(input), .fields = FieldsOf(input)};
+    if (std::regex_search(input, match, reference)) {
+      read = rows.at(match[1]).begin()->second;
+      if (match[2].matched) {
+        std::erase_if(read.fields,
+                      [&](const auto& field) { return field.starts_with(match[2].str() + " "); });
+      }
+    }
+    for (std::sregex_iterator code(codes.begin(), codes.end(), number), end; code != end; ++code) {
+      rows[name][static_cast<uint32_t>(std::stoul(code->str()))] = read;
+    }
+  }
+  return rows;
+}
+
+Fields FieldsOf(const Request& request) {
+  Fields fields;
+  for (const Field& field : request.fields()) fields.insert(Written(field));
+  return fields;
+}
+
+// Where the page says more, or less, in words.
+void SetRight(const Request& request, Fields& fields) {
+  if (request.code == 33) {
+    fields.insert({"556 u32 count", "560 b160 servers"});
+  } else if (request.code == 94) {
+    fields.erase("320 mac mac");
+  } else if (request.code == 108 || request.code == 109) {
+    fields.erase("276 p64 lifName");
+    fields.insert("276 p64 lifName276");
+  }
+}
+
+TEST(Requests, EachIsThatOfTheProtocolPage) {
+  auto page = ReadPage();
+  for (const Request* request : kRequests) {
+    SCOPED_TRACE(fmt::format("{} {}", request->name.view(), request->code));
+    auto& codes = page[std::string(request->name.view())];
+    ASSERT_TRUE(codes.contains(request->code));
+    PageRow& row = codes.at(request->code);
+    EXPECT_EQ(request->form, row.form);
+    if (row.form == Form::Block) {
+      SetRight(*request, row.fields);
+      EXPECT_EQ(FieldsOf(*request), row.fields);
+    }
+    codes.erase(request->code);
+  }
+  for (const auto& [name, codes] : page) EXPECT_TRUE(codes.empty()) << name << " has no request";
+}
+
+// A caller's own choice, or twice as much when there is more.
+bool IsAnyRoom(const Request& request) {
+  return request.room.bytes == vdrsim::requests::kAnyRoom.bytes;
+}
+
+// What fields there are begins with a byte that is not zero, and there is none outside of them.
+void ExpectFilled(const Request& request, const fake::Bytes& sent) {
+  std::set<std::size_t> covered;
+  for (const Field& field : request.fields()) {
+    for (std::size_t byte = field.offset; byte < field.End(); ++byte) covered.insert(byte);
+    if (request.code == 33 && field.offset >= 556) continue;  // the library never sets servers
+    EXPECT_NE(sent[field.offset], 0) << field.name;
+    if (field.isOne) {
+      EXPECT_EQ(sent[field.offset], 1) << field.name;
+    }
+  }
+  for (std::size_t byte = 0; byte < sent.size(); ++byte) {
+    EXPECT_TRUE(sent[byte] == 0 || covered.contains(byte)) << "byte " << byte;
+  }
+}
+
+TEST(Requests, WhatEachFunctionSendsIsIdentifiedAndFillsItsFields) {
+  std::set<const Request*> sent;
+  for (const sweep::Row& row : sweep::AllRows()) {
+    // Sends what the caller made; sends a block that is not cleared.
+    if (row.name == "VDRZAXIoctl" || row.name == "VDRZAX_BridgeSetConfig") continue;
+    fake::Device device;
+    device.answer = [&](const fake::Command& command) {
+      const bool asksForSize = row.sizeQuery && command.request == row.sizeQuery->code;
+      return asksForSize ? fake::Reply{.bytes = row.sizeQuery->reply} : fake::Failure(EXDEV);
+    };
+    row.call(device);
+    device.FreeLost();
+    for (const fake::Command& command : device.commands) {
+      SCOPED_TRACE(fmt::format("{} {}", row.name, command.request));
+      const std::size_t index =
+          Identify(static_cast<uint32_t>(command.request), std::as_bytes(std::span(command.input)));
+      ASSERT_NE(index, Meanings::kNone);
+      const Request& request = *kRequests[index];
+      sent.insert(&request);
+      const std::string prefix = row.name.starts_with("VDRZAX_") ? "VDRZAX_" : "VDRZAX";
+      EXPECT_EQ(row.name, prefix + std::string(request.name.view()));
+      ASSERT_EQ(command.input.size(), InputLength(request.form));
+      if (row.name != "VDRZAX_DelMRoutingRemoteRcvrs") ExpectFilled(request, command.input);
+      if (!IsAnyRoom(request)) {
+        EXPECT_EQ(command.outLength, request.room.bytes);
+      }
+    }
+  }
+  for (const Request* request : kRequests) {
+    EXPECT_TRUE(sent.contains(request)) << request->name.view() << ' ' << request->code;
+  }
+}
+
+}  // namespace
