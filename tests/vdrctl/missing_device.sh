@@ -41,4 +41,10 @@ missing command 9
 export USE_UPGRADE_DEV=
 missing instance list
 
+# Without a standard error, too.
+to_closed_error() { "$vdrctl" "$@" 2>&-; }
+to_full_error() { "$vdrctl" "$@" 2>/dev/full; }
+expect 1 '' '' to_closed_error instance list
+expect 1 '' '' to_full_error instance list
+
 finish

@@ -34,6 +34,20 @@ expect_bytes '' "$room/reply"
 "$vdrctl" command 9 --capacity 4 --output - >"$room/piped"
 expect_bytes 03000000 "$room/piped"
 
+# No command has a longer input than a block, so no more than one byte beyond that is read.
+head -c 2000 /dev/zero >"$room/long"
+too_long() {
+  expect 1 '' "vdrctl: $1: File too large (EFBIG)
+hint: the input of a command has at most 968 bytes" "$vdrctl" command 3 --input "$1"
+}
+too_long "$room/long"
+too_long /dev/zero
+rest_of_long() { { "$vdrctl" command 3 --input - || wc -c; } <"$room/long"; }
+expect 0 1031 "vdrctl: -: File too large (EFBIG)
+hint: the input of a command has at most 968 bytes" rest_of_long
+head -c 969 /dev/zero >"$room/long"
+too_long "$room/long"
+
 expect 1 '' "vdrctl: $room/none: No such file or directory (ENOENT)" \
   "$vdrctl" command 10 --input "$room/none"
 expect 1 '' "vdrctl: $room: Is a directory (EISDIR)" "$vdrctl" command 10 --input "$room"

@@ -98,6 +98,9 @@ to_closed_output() { "$vdrctl" "$@" >&-; }
 full='vdrctl: standard output: No space left on device (ENOSPC)'
 expect 1 '' "$full" to_full_device --help
 expect 1 '' "$full" to_full_device --version
-expect 1 '' 'vdrctl: standard output: Bad file descriptor (EBADF)' to_closed_output --version
+closed='vdrctl: standard output: Bad file descriptor (EBADF)'
+expect 1 '' "$closed" to_closed_output --help
+expect 1 '' "$closed" to_closed_output instance list --help
+expect 1 '' "$closed" to_closed_output --version
 
 finish

@@ -285,7 +285,36 @@ TEST(CommandLine, WrongUsageHasStatusTwo) {
     arguments.insert(arguments.begin(), kVdrsim);
     const Result result = Execute(arguments);
     EXPECT_EQ(result.exitStatus, 2) << arguments.back();
-    EXPECT_NE(result.output, "") << arguments.back();
+    EXPECT_EQ(result.output.substr(0, 8), "vdrsim: ") << arguments.back();
+    EXPECT_NE(result.output.find("\nTry 'vdrsim --help'\n"), std::string::npos) << result.output;
+  }
+}
+
+// Standard error closed, full, and both with a standard output that is no better.
+const char* const kDeafStreams[] = {"2>&-", "2>/dev/full", ">&- 2>&-", ">/dev/full 2>/dev/full"};
+
+TEST(CommandLine, TheStatusDoesNotDependOnWhoHearsTheMessage) {
+  for (const std::string streams : kDeafStreams) {
+    const auto status = [&streams](const std::string& arguments) {
+      return Execute({"sh", "-c", "exec " + kVdrsim + " " + arguments + " " + streams}).exitStatus;
+    };
+    EXPECT_EQ(status("walk true"), 2) << streams;
+    EXPECT_EQ(status("run -- " + kVdrsim + " run -- true"), 2) << streams;
+    EXPECT_EQ(status("run -- true"), 0) << streams;
+    EXPECT_EQ(status("run -- sh -c 'exit 3'"), 3) << streams;
+  }
+}
+
+TEST(CommandLine, WhatCouldNotBePrintedIsAnError) {
+  for (const std::string arguments : {"--help", "--version", "run --help"}) {
+    const std::string line = "exec " + kVdrsim + " " + arguments;
+    ExpectUnusable(Execute({"sh", "-c", line + " >/dev/full"}),
+                   "vdrsim: standard output: No space left on device\n");
+    ExpectUnusable(Execute({"sh", "-c", line + " >&-"}),
+                   "vdrsim: standard output: Bad file descriptor\n");
+    for (const std::string streams : {">&- 2>&-", ">/dev/full 2>/dev/full"}) {
+      EXPECT_EQ(Execute({"sh", "-c", line + " " + streams}).exitStatus, 2);
+    }
   }
 }
 

@@ -1,5 +1,8 @@
 #include "files.h"
 
+#include <fmt/format.h>
+#include <vdrzax/channel.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -8,6 +11,9 @@
 namespace vdrctl {
 
 namespace {
+
+// The block of all that a command can be told.
+constexpr std::size_t kLongestInput = sizeof(IoctlParams);
 
 struct Close {
   void operator()(std::FILE* stream) const { static_cast<void>(std::fclose(stream)); }
@@ -18,19 +24,21 @@ void WriteFile(const char* file, std::span<const uint8_t> bytes);
 
 }  // namespace
 
-std::vector<uint8_t> ReadFile(const char* file, std::size_t most) {
+std::vector<uint8_t> ReadInput(const char* file) {
   const bool standard = std::string_view(file) == "-";
   const Stream opened(standard ? nullptr : std::fopen(file, "re"));
   if (!standard && !opened) throw FileFailure(file, errno);
   std::FILE* stream = standard ? stdin : opened.get();
 
-  std::vector<uint8_t> bytes;
-  uint8_t part[65536];
-  while (const std::size_t length = std::fread(part, 1, sizeof part, stream)) {
-    if (length > most - bytes.size()) throw FileFailure(file, EFBIG);
-    bytes.insert(bytes.end(), part, part + length);
-  }
+  // Not a byte is taken from a pipe beyond the one that tells that the input is too long.
+  static_cast<void>(std::setvbuf(stream, nullptr, _IONBF, 0));
+  std::vector<uint8_t> bytes(kLongestInput + 1);
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), stream));
   if (std::ferror(stream)) throw FileFailure(file, errno);
+  if (bytes.size() > kLongestInput) {
+    throw FileFailure(file, EFBIG,
+                      fmt::format("the input of a command has at most {} bytes", kLongestInput));
+  }
   return bytes;
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -42,7 +41,7 @@ int Send(Output& out, int code, std::optional<uint32_t> value, const char* input
     envelope.inLength = sizeof *value;
     envelope.inBuffer = &*value;
   } else if (inputFile) {
-    input = ReadFile(inputFile, std::numeric_limits<uint32_t>::max());
+    input = ReadInput(inputFile);
     envelope.inLength = static_cast<uint32_t>(input.size());
     envelope.inBuffer = input.data();
   }

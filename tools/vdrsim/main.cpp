@@ -1,17 +1,19 @@
+#include <fmt/format.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
-#include <iostream>
 #include <set>
 #include <string>
 #include <utility>
 #include <variant>
 #include <vector>
 
+#include "common/standard_streams.h"
 #include "datapath.h"
 #include "intercepted_calls.h"
 #include "launcher.h"
@@ -50,11 +52,19 @@ int RunCommand(const std::vector<std::string>& command) {
   return Supervisor(launched, signals, calls, std::move(strangers)).Run();
 }
 
+// Returns the exit status.
+int Print(const std::string& text) {
+  const int error = tools::Print(text);
+  if (error == 0) return 0;
+  tools::Complain("vdrsim", fmt::format("standard output: {}", std::strerror(error)));
+  return kUnusable;
+}
+
 // Returns the command, or the exit status when there is nothing to run.
 std::variant<std::vector<std::string>, int> Parse(int argc, char** argv) {
   CLI::App app{"Runs programs against a simulated datapath of the virtual distributed router.",
                "vdrsim"};
-  app.set_version_flag("--version", "vdrsim " TOOL_VERSION);
+  app.set_version_flag("--version", "vdrsim " TOOL_VERSION "\n");
   app.require_subcommand(1);
 
   std::vector<std::string> command;
@@ -68,8 +78,13 @@ std::variant<std::vector<std::string>, int> Parse(int argc, char** argv) {
 
   try {
     app.parse(argc, argv);
+  } catch (const CLI::CallForHelp&) {
+    return Print(app.help());
+  } catch (const CLI::CallForVersion& version) {
+    return Print(version.what());
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kUnusable;
+    tools::Complain("vdrsim", error.what(), "Try 'vdrsim --help'");
+    return kUnusable;
   }
   return command;
 }
@@ -83,7 +98,7 @@ int main(int argc, char** argv) {
     if (const int* exitStatus = std::get_if<int>(&parsed)) return *exitStatus;
     status = RunCommand(std::get<std::vector<std::string>>(parsed));
   } catch (const std::exception& failure) {
-    std::cerr << "vdrsim: " << failure.what() << '\n';
+    tools::Complain("vdrsim", failure.what());
     return kUnusable;
   }
   EndLike(status);

@@ -1,0 +1,28 @@
+#include "common/standard_streams.h"
+
+#include <sys/uio.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+namespace tools {
+
+namespace {
+
+iovec Part(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
+
+}  // namespace
+
+void Complain(std::string_view program, std::string_view line, std::string_view advice) noexcept {
+  const iovec parts[] = {Part(program), Part(": "),   Part(line),
+                         Part("\n"),    Part(advice), Part("\n")};
+  [[maybe_unused]] const ssize_t written = writev(STDERR_FILENO, parts, advice.empty() ? 4 : 6);
+}
+
+int Print(std::string_view text) noexcept {
+  const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+  return whole && std::fflush(stdout) == 0 ? 0 : errno;
+}
+
+}  // namespace tools
