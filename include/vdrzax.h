@@ -13,9 +13,10 @@
  *            text of servers given to VDRZAX_ConfigureLifDhcpRelay
  *   ENOMEM   an allocation failed. Also when VDRZAX_GetRoutesv6 cannot learn the size of its table,
  *            for whatever reason, and for a negative count in VDRZAX_GetE2ITable
- *   EBADMSG  the kernel's reply is shorter than its record or ends inside a record of a list. From
- *            VDRZAX_GetE2IEntry and VDRZAX_GetE2ITable also a reply that is too long. Where the
- *            length is not examined, as in settings and raw buffers, the function says so
+ *   EBADMSG  the kernel's reply is shorter than its record or ends inside a record of a list, which
+ *            VDRZAX_GetMRoutingAllMcastGroups alone takes. VDRZAX_GetE2IEntry and
+ *            VDRZAX_GetE2ITable say so of a reply that is too long. Where the length is not
+ *            examined, as in settings and raw buffers, the function says so
  *   other    left by open64 or ioctl: ENOENT when the kernel module is not loaded, EINTR when a
  *            signal came in between, and so on. Nothing is retried
  * The library does not touch errno on success, but for VDRZAX_GetLifs: it returns 0 once the kernel
