@@ -17,34 +17,7 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr ListShape kInstances{.code = 61,
-                               .size = 393,
-                               .cap = 4096,
-                               .expected = Expected<kBridgeInstanceRecord>,
-                               .dropsHeader = true};
-constexpr ListShape kNetworks{.code = 63,
-                              .size = 133,
-                              .cap = 32768,
-                              .expected = Expected<kBridgeNetworkRecord>,
-                              .dropsHeader = true};
-constexpr ListShape kPorts{.code = 64,
-                           .size = 146,
-                           .cap = 32768,
-                           .expected = Expected<kBridgePortRecord>,
-                           .dropsHeader = true};
-constexpr ListShape kFdbEntries{.code = 65,
-                                .size = 20,
-                                .cap = 10240,
-                                .expected = Expected<kBridgeFdbRecord>,
-                                .dropsHeader = true};
-constexpr ListShape kClusters{
-    .code = 89, .size = 183, .cap = 10, .expected = Expected<kBridgeClusterRecord>};
-constexpr ListShape kClusterNodes{
-    .code = 92, .size = 71, .cap = 100, .expected = Expected<kBridgeClusterNodeRecord>};
-constexpr ListShape kEndpoints{
-    .code = 95, .size = 235, .cap = 28672, .expected = Expected<kBridgeEndpointRecord>};
-constexpr ListShape kBfdSessions{
-    .code = 96, .size = 39, .cap = 2867200, .expected = Expected<kBridgeBfdSessionRecord>};
+const getters::OtherGetter& kAll = getters::Other("VDRZAX_GetBeAll");
 
 // The caller brings buffer and capacity; the length is not compared with it.
 void AllEndpoints(const Case& input) {
@@ -55,82 +28,46 @@ void AllEndpoints(const Case& input) {
   uint32_t count = kBefore;
   const Outcome outcome =
       Call(input, reply, [&] { return VDRZAX_GetBeAll(buffer.get(), capacity, &count); });
-  RequireSent(input, 52, capacity);
+  RequireSent(input, kAll.code, capacity);
   if (input.CommandFails()) {
     RequireFailure(outcome, input.CommandError());
     return Require(count == kBefore, "a failure leaves the count");
   }
   RequireSuccess(outcome);
-  Require(count == reply.length / 235, "the count is the length in records");
+  Require(count == reply.length / kAll.size, "the count is the length in records");
   RequireWritten(buffer.get(), capacity, reply);
+}
+
+// A list of all, whatever their name.
+getters::ListGetter Nameless(const char* name, int (*get)(const char* name, RecordList** out),
+                             int (*fetch)(const char* name, RecordList* list)) {
+  getters::ListGetter getter = getters::List(name);
+  getter.call = [get](RecordList** out) { return get(nullptr, out); };
+  getter.fetch = [fetch](RecordList* list) { return fetch(nullptr, list); };
+  getter.block = wire::Block();
+  return getter;
 }
 
 }  // namespace
 
-std::span<const Subject> Subjects() {
-  static const Subject subjects[] = {
-      RecordGetter<BridgeInstanceRecord>(
-          {.code = 62, .size = 393, .expected = Expected<kBridgeInstanceRecord>},
-          [](BridgeInstanceRecord** out) { return VDRZAX_GetBridgeInstance("edge-1", out); },
-          VDRZAX_ReleaseBridgeInstance),
-      ListGetter(kInstances, VDRZAX_GetBridgeInstances, VDRZAX_ReleaseBridgeInstances),
-      ListFetch(kInstances, VDRZAXGetBridgeInstances, VDRZAX_ReleaseBridgeInstances),
-      ListGetter(
-          kNetworks,
-          [](RecordList** out) { return VDRZAX_GetBridgeNetworks("edge-1", "bridge-1", out); },
-          VDRZAX_ReleaseBridgeNetworks),
-      ListFetch(
-          kNetworks,
-          [](RecordList* list) { return VDRZAXGetBridgeNetworks("edge-1", "bridge-1", list); },
-          VDRZAX_ReleaseBridgeNetworks),
-      ListGetter(
-          kPorts,
-          [](RecordList** out) { return VDRZAX_GetBridgePorts("edge-1", "bridge-1", 7, 1, out); },
-          VDRZAX_ReleaseBridgePorts),
-      ListFetch(
-          kPorts,
-          [](RecordList* list) { return VDRZAXGetBridgePorts("edge-1", "bridge-1", 7, 1, list); },
-          VDRZAX_ReleaseBridgePorts),
-      ListGetter(
-          kFdbEntries,
-          [](RecordList** out) { return VDRZAX_GetBridgeFdbEntries("edge-1", 7, 1, out); },
-          VDRZAX_ReleaseBridgeFdbEntries),
-      ListFetch(
-          kFdbEntries,
-          [](RecordList* list) { return VDRZAXGetBridgeFdbEntries("edge-1", 7, 1, list); },
-          VDRZAX_ReleaseBridgeFdbEntries),
-      ListGetter(
-          kClusters, [](RecordList** out) { return VDRZAX_GetBridgeClusters("edge-1", out); },
-          VDRZAX_ReleaseBridgeClusters),
-      ListFetch(
-          kClusters, [](RecordList* list) { return VDRZAXGetBridgeClusters(nullptr, list); },
-          VDRZAX_ReleaseBridgeClusters),
-      ListGetter(
-          kClusterNodes,
-          [](RecordList** out) { return VDRZAX_GetBridgeClusterNodes("edge-1", out); },
-          VDRZAX_ReleaseBridgeClusterNodes),
-      ListFetch(
-          kClusterNodes,
-          [](RecordList* list) { return VDRZAXGetBridgeClusterNodes(nullptr, list); },
-          VDRZAX_ReleaseBridgeClusterNodes),
-      ListGetter(
-          kEndpoints, [](RecordList** out) { return VDRZAX_GetBridgeEndpoints("edge-1", out); },
-          VDRZAX_ReleaseBridgeEndpoints),
-      ListFetch(
-          kEndpoints, [](RecordList* list) { return VDRZAXGetBridgeEndpoints(nullptr, list); },
-          VDRZAX_ReleaseBridgeEndpoints),
-      ListGetter(
-          kBfdSessions, [](RecordList** out) { return VDRZAX_GetBridgeBFDSessions("edge-1", out); },
-          VDRZAX_ReleaseBridgeBFDSessions),
-      ListFetch(
-          kBfdSessions, [](RecordList* list) { return VDRZAXGetBridgeBFDSessions(nullptr, list); },
-          VDRZAX_ReleaseBridgeBFDSessions),
-      AllEndpoints,
-      RawGetter(50, 146, [](void* buffer) { return VDRZAX_GetBeStats("lif-1", buffer); }),
-      RawGetter(51, 229, [](void* buffer) { return VDRZAX_GetBeStatus("lif-1", buffer); }),
-      RawGetter(99, 131072, VDRZAX_GetBFDPortConnections),
-      RawGetter(102, 2048,
-                [](void* buffer) { return VDRZAX_BridgeGetLocalTransportNode(buffer, 1); }),
-  };
+const std::vector<Subject>& Subjects() {
+  static const auto subjects = SubjectsOf(
+      getters::Bridge(),
+      {{"VDRZAX_GetBridgeInstance", Expected<kBridgeInstanceRecord>},
+       {"VDRZAX_GetBridgeInstances", Expected<kBridgeInstanceRecord>},
+       {"VDRZAX_GetBridgeNetworks", Expected<kBridgeNetworkRecord>},
+       {"VDRZAX_GetBridgePorts", Expected<kBridgePortRecord>},
+       {"VDRZAX_GetBridgeFdbEntries", Expected<kBridgeFdbRecord>},
+       {"VDRZAX_GetBridgeClusters", Expected<kBridgeClusterRecord>},
+       {"VDRZAX_GetBridgeClusterNodes", Expected<kBridgeClusterNodeRecord>},
+       {"VDRZAX_GetBridgeEndpoints", Expected<kBridgeEndpointRecord>},
+       {"VDRZAX_GetBridgeBFDSessions", Expected<kBridgeBfdSessionRecord>}},
+      {{kAll.name, AllEndpoints}},
+      {Nameless("VDRZAX_GetBridgeClusters", VDRZAX_GetBridgeClusters, VDRZAXGetBridgeClusters),
+       Nameless("VDRZAX_GetBridgeClusterNodes", VDRZAX_GetBridgeClusterNodes,
+                VDRZAXGetBridgeClusterNodes),
+       Nameless("VDRZAX_GetBridgeEndpoints", VDRZAX_GetBridgeEndpoints, VDRZAXGetBridgeEndpoints),
+       Nameless("VDRZAX_GetBridgeBFDSessions", VDRZAX_GetBridgeBFDSessions,
+                VDRZAXGetBridgeBFDSessions)});
   return subjects;
 }

@@ -9,9 +9,12 @@
 
 namespace {
 
+const getters::OtherGetter& kEntry = getters::Other("VDRZAX_GetE2IEntry");
+const getters::OtherGetter& kTable = getters::Other("VDRZAX_GetE2ITable");
+
 // The reply must be of exactly one entry, unlike that of other records.
 void Entry(const Case& input) {
-  const device::Reply reply = input.Answer(26);
+  const device::Reply reply = input.Answer(static_cast<uint32_t>(kEntry.size));
   auto* entry = static_cast<E2IEntry*>(Untouched());
   const Outcome outcome = Call(input, reply, [&] { return VDRZAX_GetE2IEntry(7, &entry); });
   if (input.failingAllocation == 1) {
@@ -19,8 +22,8 @@ void Entry(const Case& input) {
     RequireFailure(outcome, ENOMEM);
     return Require(entry == Untouched(), "the pointer is not touched without a reply buffer");
   }
-  RequireSent(input, 165, 26);
-  if (input.CommandFails() || reply.length != 26) {
+  RequireSent(input, kEntry);
+  if (input.CommandFails() || reply.length != kEntry.size) {
     RequireFailure(outcome, input.CommandFails() ? input.CommandError() : EBADMSG);
     return Require(entry == Untouched(), "the pointer is not touched without an entry");
   }
@@ -29,8 +32,8 @@ void Entry(const Case& input) {
     return Require(entry == nullptr, "the pointer is NULL without memory");
   }
   RequireSuccess(outcome);
-  RequireLive({26});
-  RequireWritten(entry, 26, reply);
+  RequireLive({kEntry.size});
+  RequireWritten(entry, kEntry.size, reply);
   std::free(entry);
 }
 
@@ -38,12 +41,12 @@ void Entry(const Case& input) {
 void TrustCount(device::Reply& reply) {
   reply.bytes.resize(std::max<std::size_t>(reply.bytes.size(), 4));
   const auto count = NumberAt<int32_t>(reply, 0);
-  if (count > 8192) PutNumber(reply, 0, count % 8193);
+  const auto most = static_cast<int32_t>(kTable.cap);
+  if (count > most) PutNumber(reply, 0, count % (most + 1));
 }
 
 void Table(const Case& input) {
-  constexpr uint32_t kCapacity = 212996;
-  device::Reply reply = input.Answer(kCapacity);
+  device::Reply reply = input.Answer(static_cast<uint32_t>(kTable.Capacity()));
   TrustCount(reply);
   const auto count = NumberAt<int32_t>(reply, 0);
   auto* table = static_cast<E2ITable*>(Untouched());
@@ -53,8 +56,8 @@ void Table(const Case& input) {
     RequireFailure(outcome, ENOMEM);
     return Require(table == Untouched(), "the pointer is not touched without a reply buffer");
   }
-  RequireSent(input, 164, kCapacity);
-  if (input.CommandFails() || reply.length > kCapacity) {
+  RequireSent(input, kTable);
+  if (input.CommandFails() || reply.length > kTable.Capacity()) {
     RequireFailure(outcome, input.CommandFails() ? input.CommandError() : EBADMSG);
     return Require(table == Untouched(), "the pointer is not touched without a table");
   }
@@ -63,7 +66,7 @@ void Table(const Case& input) {
     return Require(table == nullptr, "the pointer is NULL without memory");
   }
   RequireSuccess(outcome);
-  const std::size_t size = static_cast<std::size_t>(count) * 26;
+  const std::size_t size = static_cast<std::size_t>(count) * kTable.size;
   RequireLive({12, size});
   Require(table->count == count, "the count is that of the reply");
   const std::size_t written = std::min(size, reply.bytes.size() - 4);
@@ -76,13 +79,8 @@ void Table(const Case& input) {
 
 }  // namespace
 
-std::span<const Subject> Subjects() {
-  static const Subject subjects[] = {
-      Entry,
-      Table,
-      RawGetter(73, 131072, VDRZAX_GetPmac),
-      RawGetter(86, 16, VDRZAX_GetLocaleId),
-      RawGetter(72, 426080, [](void* buffer) { return VDRZAX_DumpFLTable(7, buffer); }),
-  };
+const std::vector<Subject>& Subjects() {
+  static const auto subjects =
+      SubjectsOf(getters::E2i(), {}, {{kEntry.name, Entry}, {kTable.name, Table}});
   return subjects;
 }

@@ -6,63 +6,26 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <functional>
+#include <string>
 #include <vector>
 
 #include "expected_record.h"
 #include "subjects.h"
 
-// The shapes that getters come in. A family's table names the functions, and writes codes, sizes
-// and caps as numbers.
-
-// Keeps a reply within what the kernel is trusted for.
-using Trust = void (*)(device::Reply& reply);
-
-struct RecordShape {
-  uint32_t code = 0;
-  uint32_t size = 0;
-  ExpectedRecord expected = nullptr;
-  Trust trust = nullptr;
+// What a fuzzer adds to a getter of the table that decodes records: the layout, and how far the
+// count in a record is trusted where the kernel may send more than there is room for.
+struct Decoding {
+  const char* name;
+  ExpectedRecord expected;
+  uint32_t mostTrusted = 0;
 };
+using Decodings = std::vector<Decoding>;
 
-struct ListShape {
-  uint32_t code = 0;
-  uint32_t size = 0;
-  uint32_t cap = 0;
-  ExpectedRecord expected = nullptr;
-  Trust trust = nullptr;
-  bool dropsHeader = false;         // when the command fails
-  bool hidesDecodeFailure = false;  // behind the result 0
-  bool takesCutRecord = false;
-};
-
-// A getter of one decoded record.
-Subject AnyRecordGetter(RecordShape shape, const std::function<int(void** out)>& get,
-                        const std::function<void(void* record)>& release);
-template <typename Record>
-Subject RecordGetter(RecordShape shape, int (*get)(Record** out), void (*release)(Record* record)) {
-  return AnyRecordGetter(
-      shape,
-      [get](void** out) {
-        auto* record = static_cast<Record*>(*out);
-        const int result = get(&record);
-        *out = record;
-        return result;
-      },
-      [release](void* record) { release(static_cast<Record*>(record)); });
-}
-
-// A getter of a list, and a fetch into a header of the caller's.
-using ReleaseList = void (*)(RecordList* list);
-Subject ListGetter(ListShape shape, int (*get)(RecordList** out), ReleaseList release);
-Subject ListFetch(ListShape shape, int (*fetch)(RecordList* list), ReleaseList release);
-
-// A getter whose reply the kernel writes straight into a buffer of the caller's. A cleared one is
-// zero before the command is sent.
-Subject RawGetter(uint32_t code, uint32_t capacity, int (*get)(void* buffer), bool cleared = false);
-
-// A getter of one u32 that passes through a variable of the library's.
-Subject ScalarGetter(uint32_t code, int (*get)(uint32_t* out));
+// All getters of a family, those of a shape of their own, and lists that are called once more with
+// other arguments.
+std::vector<Subject> SubjectsOf(const getters::Family& family, const Decodings& decodings,
+                                std::vector<Subject> others = {},
+                                const std::vector<getters::ListGetter>& variants = {});
 
 // The rest is for functions with a shape of their own.
 
@@ -71,7 +34,8 @@ void* Untouched();
 
 // One command was sent, with this code and this room for its reply, if the device could be opened;
 // or none was.
-void RequireSent(const Case& input, uint32_t code, uint32_t capacity);
+void RequireSent(const Case& input, unsigned long code, std::size_t capacity);
+void RequireSent(const Case& input, const getters::OtherGetter& getter);
 void RequireNothingSent();
 
 // The library holds allocations of these sizes, in this order, and nothing else.
@@ -104,11 +68,6 @@ void PutNumber(device::Reply& reply, std::size_t offset, Number number) {
   std::memcpy(reply.bytes.data() + offset, &number, sizeof number);
 }
 
-// Trusts the count that stands at `kOffset` of each record to be at most `kMost`.
-template <std::size_t kRecordSize, std::size_t kOffset, typename Count, Count kMost>
-void TrustCounts(device::Reply& reply) {
-  for (std::size_t at = kOffset; at + sizeof(Count) <= reply.bytes.size(); at += kRecordSize) {
-    const auto count = NumberAt<Count>(reply, at);
-    if (count > kMost) PutNumber(reply, at, static_cast<Count>(count % (kMost + 1)));
-  }
-}
+// Trusts the count in each record of `size` bytes to be at most `most`.
+void TrustCounts(device::Reply& reply, std::size_t size, const getters::Count& count,
+                 uint32_t most);

@@ -1,6 +1,5 @@
 #include <vdrzax/instance.h>
 
-#include <cstdlib>
 #include <cstring>
 
 #include "getters.h"
@@ -36,42 +35,24 @@ void ExpectedSyncState(const uint8_t* source, uint8_t* record) {
   }
 }
 
-Subject Instances(int (*get)(RecordList** out)) {
-  return ListGetter({.code = 0, .size = 577, .cap = 1001, .expected = Expected<kInstanceRecord>},
-                    get, VDRZAX_ReleaseInstances);
-}
-
-Subject Stats(uint32_t code, int (*get)(StatsRecord** out)) {
-  return RecordGetter<StatsRecord>({.code = code, .size = 852, .expected = ExpectedStats}, get,
-                                   VDRZAX_ReleaseStats);
+getters::ListGetter AllInstances() {
+  getters::ListGetter getter = getters::List("VDRZAX_GetInstances");
+  getter.call = [](RecordList** out) { return VDRZAX_GetInstances(nullptr, 0, out); };
+  getter.block = wire::Block();
+  return getter;
 }
 
 }  // namespace
 
-std::span<const Subject> Subjects() {
-  static const Subject subjects[] = {
-      RecordGetter<InstanceRecord>(
-          {.code = 1, .size = 577, .expected = Expected<kInstanceRecord>},
-          [](InstanceRecord** out) { return VDRZAX_GetInstance("edge-1", out); },
-          VDRZAX_ReleaseInstance),
-      Instances([](RecordList** out) { return VDRZAX_GetInstances(nullptr, 0, out); }),
-      Instances([](RecordList** out) { return VDRZAX_GetInstances("edge-1", 1, out); }),
-      Stats(5, [](StatsRecord** out) { return VDRZAX_GetVdrInstanceCPStats("edge-1", out); }),
-      Stats(23, [](StatsRecord** out) { return VDRZAX_GetLifStats("edge-1", "lif-1", out); }),
-      Stats(23, [](StatsRecord** out) { return VDRZAX_GetLifStatsCached("edge-1", "lif-1", out); }),
-      Stats(43, VDRZAX_GetVdrDiStats),
-      RecordGetter<CPSyncStateRecord>(
-          {.code = 87, .size = 1420, .expected = ExpectedSyncState},
-          [](CPSyncStateRecord** out) { return VDRZAX_GetVdrInstanceCPSyncState("edge-1", out); },
-          [](CPSyncStateRecord* record) { std::free(record); }),
-      ScalarGetter(9, VDRZAX_GetLogLevel),
-      ScalarGetter(11, VDRZAX_GetExtendedLogLevel),
-      ScalarGetter(13, VDRZAX_GetStatsLevel),
-      ScalarGetter(159, VDRZAX_GetTxDispQueueSize),
-      ScalarGetter(85, VDRZAX_VDRDevCheckConnDeletion),
-      RawGetter(17, 131072, VDRZAX_GetConnections),
-      RawGetter(18, 152, [](void* buffer) { return VDRZAX_GetConnection("uplink", buffer); }),
-      RawGetter(149, 6, [](void* buffer) { return VDRZAX_GetVMAC("uplink", buffer); }),
-  };
+const std::vector<Subject>& Subjects() {
+  static const auto subjects = SubjectsOf(getters::Instance(),
+                                          {{"VDRZAX_GetInstance", Expected<kInstanceRecord>},
+                                           {"VDRZAX_GetInstances", Expected<kInstanceRecord>},
+                                           {"VDRZAX_GetVdrInstanceCPStats", ExpectedStats},
+                                           {"VDRZAX_GetLifStats", ExpectedStats},
+                                           {"VDRZAX_GetLifStatsCached", ExpectedStats},
+                                           {"VDRZAX_GetVdrDiStats", ExpectedStats},
+                                           {"VDRZAX_GetVdrInstanceCPSyncState", ExpectedSyncState}},
+                                          {}, {AllInstances()});
   return subjects;
 }

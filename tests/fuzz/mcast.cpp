@@ -14,7 +14,8 @@ namespace {
 
 using namespace vdrzax;
 
-constexpr uint32_t kTableCapacity = 139268;
+const getters::OtherGetter& kTable = getters::Other("VDRZAX_GetMRoutingRemoteRcvrs");
+const auto kTableCapacity = static_cast<uint32_t>(kTable.Capacity());
 
 // The table is compared with the length of the reply alone, which is trusted to be no longer than
 // the room there is.
@@ -35,7 +36,7 @@ void RemoteReceivers(const Case& input) {
     RequireFailure(outcome, ENOMEM);
     return Require(table == Untouched(), "the pointer is not touched without a reply buffer");
   }
-  RequireSent(input, 129, kTableCapacity);
+  RequireSent(input, kTable);
   if (input.CommandFails()) {
     RequireFailure(outcome, input.CommandError());
     return Require(table == Untouched(), "the pointer is not touched by a failed command");
@@ -43,9 +44,10 @@ void RemoteReceivers(const Case& input) {
 
   // What a count of entries needs wraps in 32 bits; the entries themselves do not.
   const auto count = NumberAt<uint32_t>(reply, 0);
-  const auto needed = static_cast<int32_t>(4 + count * 68);
+  const auto needed =
+      static_cast<int32_t>(static_cast<uint32_t>(kTable.prefix + count * kTable.size));
   const bool isShort = needed < 4 || SignedLength(reply) < needed;
-  const uint64_t size = uint64_t{count} * 68;
+  const uint64_t size = uint64_t{count} * kTable.size;
   const bool isTooMuch = count > INT32_MAX || size > memory::kLargest;
   if (input.failingAllocation == 2 || isShort || isTooMuch || input.failingAllocation == 3) {
     const bool lacksMemory = input.failingAllocation == 2 || !isShort;
@@ -68,38 +70,12 @@ void RemoteReceivers(const Case& input) {
 
 }  // namespace
 
-std::span<const Subject> Subjects() {
-  static const Subject subjects[] = {
-      RecordGetter<MRoutingDomain>(
-          {.code = 130, .size = 148, .expected = Expected<kMRoutingDomain>},
-          [](MRoutingDomain** out) { return VDRZAX_GetMRoutingDomain("edge-1", out); },
-          VDRZAX_ReleaseMRoutingDomainData),
-      ListGetter(
-          {.code = 128,
-           .size = 88,
-           .cap = 512,
-           .expected = Expected<kMRoutingLocalRcvr>,
-           .dropsHeader = true},
-          [](RecordList** out) { return VDRZAX_GetMRoutingLocalRcvrs("edge-1", 7, out); },
-          VDRZAX_ReleaseMRoutingLocalRcvrs),
-      ListGetter(
-          {.code = 135,
-           .size = 12,
-           .cap = 4096,
-           .expected = Expected<kMRoutingMcastGroup>,
-           .dropsHeader = true,
-           .takesCutRecord = true},
-          [](RecordList** out) { return VDRZAX_GetMRoutingAllMcastGroups("edge-1", out); },
-          VDRZAX_ReleaseMRoutingMcastGroups),
-      RemoteReceivers,
-      RawGetter(136, 4,
-                [](void* ip) {
-                  return VDRZAX_GetMRoutingReplicationIP("edge-1", 7, static_cast<uint32_t*>(ip));
-                }),
-      RawGetter(139, 4,
-                [](void* ip) {
-                  return VDRZAX_GetMRoutingMRouterIP("edge-1", 7, static_cast<uint32_t*>(ip));
-                }),
-  };
+const std::vector<Subject>& Subjects() {
+  static const auto subjects =
+      SubjectsOf(getters::Mcast(),
+                 {{"VDRZAX_GetMRoutingDomain", Expected<kMRoutingDomain>},
+                  {"VDRZAX_GetMRoutingLocalRcvrs", Expected<kMRoutingLocalRcvr>},
+                  {"VDRZAX_GetMRoutingAllMcastGroups", Expected<kMRoutingMcastGroup>}},
+                 {{kTable.name, RemoteReceivers}});
   return subjects;
 }

@@ -14,17 +14,7 @@ namespace {
 
 using namespace vdrzax;
 
-// The array of next hops ends with the record.
-constexpr Trust kTrust = TrustCounts<668, 17, uint8_t, 8>;
-
-Subject Routes(uint32_t code, int (*get)(RecordList** out)) {
-  return ListGetter({.code = code,
-                     .size = 668,
-                     .cap = 20000,
-                     .expected = Expected<kRouteRecord>,
-                     .trust = kTrust},
-                    get, VDRZAX_ReleaseRoutes);
-}
+const getters::OtherGetter& kTable = getters::Other("VDRZAX_GetRoutesv6");
 
 // Two commands: the first four bytes of the payload answer the count, the rest is the table.
 void Ipv6Routes(const Case& input) {
@@ -34,7 +24,7 @@ void Ipv6Routes(const Case& input) {
   // Trusted to be written: the variable behind it is not set before.
   counted.bytes.resize(4);
   const auto routes = NumberAt<int32_t>(counted, 0);
-  const uint32_t capacity = routes < 20000 ? 15520000 : 23280000;
+  const auto capacity = static_cast<uint32_t>(kTable.size * (routes < 20000 ? kTable.cap : 30000));
   device::Reply replies[] = {counted, input.Answer(capacity, input.payload.subspan(first.size()))};
   if (!input.failsLater) {
     replies[0].result = std::exchange(replies[1].result, 0);
@@ -60,9 +50,9 @@ void Ipv6Routes(const Case& input) {
   Require(device::Commands().size() == 2, "two commands are sent");
   Require(device::Commands()[0].code == 115 && device::Commands()[0].capacity == 4,
           "the first asks for the count");
-  Require(device::Commands()[1].code == 114 && device::Commands()[1].capacity == capacity,
+  Require(device::Commands()[1].code == kTable.code && device::Commands()[1].capacity == capacity,
           "the second asks for the table");
-  Require(count == replies[1].length / 776, "the count is the length in records");
+  Require(count == replies[1].length / kTable.size, "the count is the length in records");
   if (replies[1].Fails()) return RequireFailure(outcome, input.error);
   RequireSuccess(outcome);
   RequireLive({capacity});
@@ -72,30 +62,12 @@ void Ipv6Routes(const Case& input) {
 
 }  // namespace
 
-std::span<const Subject> Subjects() {
-  static const Subject subjects[] = {
-      RecordGetter<RouteRecord>(
-          {.code = 37, .size = 668, .expected = Expected<kRouteRecord>, .trust = kTrust},
-          [](RouteRecord** out) { return VDRZAX_GetResolveRoute("edge-1", 1, 2, 3, out); },
-          VDRZAX_ReleaseRoute),
-      Routes(36, [](RecordList** out) { return VDRZAX_GetRoutes("edge-1", out); }),
-      Routes(174, [](RecordList** out) { return VDRZAX_GetLifSelectionRoutes("edge-1", out); }),
-      ListGetter({.code = 173, .size = 148, .cap = 30000, .expected = Expected<kDemuxRouteRecord>},
-                 VDRZAX_GetDemuxRoutes, VDRZAX_ReleaseDemuxRoutes),
-      Ipv6Routes,
-      RawGetter(40, 7667712,
-                [](void* buffer) { return VDRZAX_GetArps("edge-1", nullptr, buffer); }),
-      RawGetter(40, 7667712,
-                [](void* buffer) { return VDRZAX_GetProxyArps("edge-1", "lif-1", buffer); }),
-      RawGetter(116, 7667712,
-                [](void* buffer) { return VDRZAX_GetArpsv6("edge-1", "lif-1", buffer); }),
-      RawGetter(
-          34, 88,
-          [](void* result) { return VDRZAX_SetRoute(1, 2, 3, "lif-1", "edge-1", 4, result); },
-          true),
-      RawGetter(
-          35, 88, [](void* result) { return VDRZAX_DelRoute(1, 2, 3, "lif-1", "edge-1", result); },
-          true),
-  };
+const std::vector<Subject>& Subjects() {
+  static const auto subjects = SubjectsOf(getters::Route(),
+                                          {{"VDRZAX_GetResolveRoute", Expected<kRouteRecord>},
+                                           {"VDRZAX_GetRoutes", Expected<kRouteRecord>},
+                                           {"VDRZAX_GetLifSelectionRoutes", Expected<kRouteRecord>},
+                                           {"VDRZAX_GetDemuxRoutes", Expected<kDemuxRouteRecord>}},
+                                          {{kTable.name, Ipv6Routes}});
   return subjects;
 }

@@ -9,16 +9,26 @@
 
 namespace {
 
+const getters::OtherGetter& kStats = getters::Other("VDRZAX_SoftRSSGetStats");
+const getters::OtherGetter& kTunables = getters::Other("VDRZAX_SoftRSSGetTunables");
+const getters::OtherGetter& kIndTable = getters::Other("VDRZAX_SoftRSSGetIndTable");
+const getters::OtherGetter& kEntry = getters::Other("VDRZAX_GetVMPublicIPEntry");
+const getters::OtherGetter& kTable = getters::Other("VDRZAX_GetVMPublicIPTable");
+
+uint32_t CapacityOf(const getters::OtherGetter& getter) {
+  return static_cast<uint32_t>(getter.Capacity());
+}
+
 // 16 counters fit an array, and up to 65 lie over what is behind it within the record. The count
 // is trusted to be written, because the length of the reply is not looked at.
 void TrustQueueCount(device::Reply& reply) {
   reply.bytes.resize(std::max<std::size_t>(reply.bytes.size(), 8));
-  TrustCounts<852, 4, uint32_t, 65>(reply);
+  TrustCounts(reply, kStats.size, {.offset = 4, .width = 4, .most = 16}, 65);
 }
 
 // The record is not zero where nothing was copied, so only what was copied is compared.
 void ReadStats(const Case& input) {
-  device::Reply reply = input.Answer(852);
+  device::Reply reply = input.Answer(CapacityOf(kStats));
   TrustQueueCount(reply);
   auto* stats = static_cast<SoftRssStats*>(Untouched());
   const Outcome outcome =
@@ -28,7 +38,7 @@ void ReadStats(const Case& input) {
     RequireFailure(outcome, ENOMEM);
     return Require(stats == Untouched(), "the pointer is not touched without a reply buffer");
   }
-  RequireSent(input, 153, 852);
+  RequireSent(input, kStats);
   if (input.CommandFails()) {
     RequireFailure(outcome, input.CommandError());
     return Require(stats == Untouched(), "the pointer is not touched by a failed command");
@@ -38,7 +48,7 @@ void ReadStats(const Case& input) {
     return Require(stats == nullptr, "the pointer is NULL without a record");
   }
   RequireSuccess(outcome);
-  RequireLive({852});
+  RequireLive({kStats.size});
   const auto* record = reinterpret_cast<const uint8_t*>(stats);
   const auto same = [&](std::size_t offset, std::size_t size) {
     const std::size_t end = std::min(offset + size, reply.bytes.size());
@@ -54,7 +64,7 @@ void ReadStats(const Case& input) {
 }
 
 void ReadTunables(const Case& input) {
-  const device::Reply reply = input.Answer(12);
+  const device::Reply reply = input.Answer(CapacityOf(kTunables));
   SoftRssTunables tunables = {.qword0 = 0x5C5C, .word8 = 0x5C5C};
   const Outcome outcome =
       Call(input, reply, [&] { return VDRZAX_SoftRSSGetTunables("edge-1", &tunables); });
@@ -64,7 +74,7 @@ void ReadTunables(const Case& input) {
     return Require(tunables.qword0 == 0x5C5C && tunables.word8 == 0x5C5C,
                    "the tunables are not touched without memory");
   }
-  RequireSent(input, 155, 12);
+  RequireSent(input, kTunables);
   // They are overwritten by a failed command too.
   if (input.openError == 0) RequireWritten(&tunables, sizeof tunables, reply);
   if (input.CommandFails()) return RequireFailure(outcome, input.CommandError());
@@ -72,7 +82,7 @@ void ReadTunables(const Case& input) {
 }
 
 void ReadIndirectionTable(const Case& input) {
-  const device::Reply reply = input.Answer(128);
+  const device::Reply reply = input.Answer(CapacityOf(kIndTable));
   uint8_t table[128] = {};
   const Outcome outcome =
       Call(input, reply, [&] { return VDRZAX_SoftRSSGetIndTable("edge-1", table); });
@@ -84,7 +94,7 @@ void ReadIndirectionTable(const Case& input) {
     RequireNothingSent();
     return RequireFailure(outcome, ENOMEM);
   }
-  RequireSent(input, 157, 128);
+  RequireSent(input, kIndTable);
   if (input.CommandFails()) return RequireFailure(outcome, input.CommandError());
   RequireSuccess(outcome);
   RequireWritten(table, sizeof table, reply);
@@ -101,7 +111,7 @@ int64_t EntrySize(const device::Reply& reply, std::size_t offset) {
 }
 
 void PublicIpEntry(const Case& input) {
-  device::Reply reply = input.Answer(1042);
+  device::Reply reply = input.Answer(CapacityOf(kEntry));
   auto* entry = static_cast<VMPublicIPEntry*>(Untouched());
   const Outcome outcome = Call(input, reply, [&] { return VDRZAX_GetVMPublicIPEntry(7, &entry); });
   if (outcome.result != 0) Require(entry == Untouched(), "a failure leaves the pointer");
@@ -109,17 +119,17 @@ void PublicIpEntry(const Case& input) {
     RequireNothingSent();
     return RequireFailure(outcome, ENOMEM);
   }
-  RequireSent(input, 170, 1042);
+  RequireSent(input, kEntry);
   if (input.CommandFails()) {
     RequireFailure(outcome, input.CommandError());
-    return RequireLost({1042});
+    return RequireLost({kEntry.size});
   }
   // The memory is zero where nothing was written.
-  reply.bytes.resize(1042);
+  reply.bytes.resize(kEntry.size);
   if (SignedLength(reply) < EntrySize(reply, 0)) return RequireRefused(outcome);
   RequireSuccess(outcome);
-  RequireLive({1042});
-  RequireWritten(entry, 1042, reply);
+  RequireLive({kEntry.size});
+  RequireWritten(entry, kEntry.size, reply);
   VDRZAX_ReleaseVMPublicIPEntry(entry);
 }
 
@@ -135,7 +145,7 @@ bool HoldsWholeEntries(const device::Reply& reply) {
   return true;
 }
 
-constexpr uint32_t kTableCapacity = 8536068;
+const uint32_t kTableCapacity = CapacityOf(kTable);
 
 // The memory is zero where nothing is written, so the whole room may be claimed. A length beyond it
 // would be walked to its end; the kernel is trusted there.
@@ -154,7 +164,7 @@ void PublicIpTable(const Case& input) {
     RequireNothingSent();
     return RequireFailure(outcome, ENOMEM);
   }
-  RequireSent(input, 171, kTableCapacity);
+  RequireSent(input, kTable);
   if (input.CommandFails()) {
     RequireFailure(outcome, input.CommandError());
     return RequireLost({kTableCapacity});
@@ -168,21 +178,12 @@ void PublicIpTable(const Case& input) {
 
 }  // namespace
 
-std::span<const Subject> Subjects() {
-  static const Subject subjects[] = {
-      RawGetter(123, 4,
-                [](void* status) {
-                  return VDRZAX_PerformFullSyncSave(1, static_cast<uint32_t*>(status));
-                }),
-      RawGetter(124, 4,
-                [](void* status) {
-                  return VDRZAX_GetFullSyncSaveStatus(static_cast<uint32_t*>(status));
-                }),
-      ReadStats,
-      ReadTunables,
-      ReadIndirectionTable,
-      PublicIpEntry,
-      PublicIpTable,
-  };
+const std::vector<Subject>& Subjects() {
+  static const auto subjects = SubjectsOf(getters::Services(), {},
+                                          {{kStats.name, ReadStats},
+                                           {kTunables.name, ReadTunables},
+                                           {kIndTable.name, ReadIndirectionTable},
+                                           {kEntry.name, PublicIpEntry},
+                                           {kTable.name, PublicIpTable}});
   return subjects;
 }
