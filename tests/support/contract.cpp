@@ -1,39 +1,15 @@
 #include "support/contract.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cstring>
+
+#include "support/steps.h"
 
 namespace contract {
 
 namespace {
 
 constexpr int kOpenReadWrite = 2;
-
-Steps operator+(Steps left, const Steps& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
-}
-
-std::string Malloc(std::size_t size) { return fmt::format("malloc({})", size); }
-std::string Calloc(std::size_t count, std::size_t size) {
-  return fmt::format("calloc({}, {})", count, size);
-}
-std::string Free(std::size_t size) { return fmt::format("free({})", size); }
-
-const Steps kExchange{"open64", "ioctl", "close"};
-
-// A pointer value that no allocation has.
-template <typename Pointer>
-Pointer Sentinel() {
-  static char anything;
-  return reinterpret_cast<Pointer>(&anything);
-}
-
-void ExpectNothingLeft(const fake::Device& device) {
-  EXPECT_EQ(device.Live(), std::vector<std::size_t>{});
-}
 
 }  // namespace
 
@@ -210,6 +186,9 @@ void ExpectRecordGetter(const RecordGetter& getter) {
     EXPECT_EQ(device.Live(), std::vector<std::size_t>{size});
     getter.release(out);
     ExpectNothingLeft(device);
+    device.steps.clear();
+    getter.release(nullptr);
+    EXPECT_EQ(device.steps, Steps{});
   }
   for (const uint32_t length :
        {0u, 1u, static_cast<uint32_t>(size - 1), 0x80000000u, 0xFFFFFFFFu}) {
@@ -252,154 +231,6 @@ void ExpectRecordGetter(const RecordGetter& getter) {
     ExpectFailure(device, call, EXDEV, Steps{Malloc(size)} + kExchange + Steps{Free(size)});
     EXPECT_EQ(out, Sentinel<void*>());
   }
-}
-
-namespace {
-
-void ExpectListOf(const ListGetter& getter, std::size_t count, std::size_t produced,
-                  uint32_t length) {
-  SCOPED_TRACE(fmt::format("a reply of {} bytes", length));
-  const std::size_t total = getter.cap * getter.size;
-  fake::Device device;
-  device.AnswerWith(
-      {.bytes = wire::Patterns(produced, getter.size, PatternOf(getter.count)), .length = length});
-  auto* list = Sentinel<RecordList*>();
-  const Outcome outcome = Run([&] { return getter.call(&list); });
-  ASSERT_EQ(outcome.result, 0);
-  EXPECT_EQ(outcome.error, kUntouched);
-  EXPECT_EQ(device.steps, (Steps{Calloc(1, 16), Malloc(total)} + kExchange +
-                           Steps{Calloc(getter.cap, getter.size), Free(total)}));
-  ExpectSent(device, getter.code, getter.block.bytes(), static_cast<uint32_t>(total));
-  EXPECT_EQ(list->count, static_cast<int32_t>(count));
-  ASSERT_NE(list->entries, nullptr);
-  getter.release(list);
-  ExpectNothingLeft(device);
-}
-
-void ExpectUndecoded(const ListGetter& getter, fake::Device& device, int error,
-                     const Steps& steps) {
-  auto* list = Sentinel<RecordList*>();
-  const Outcome outcome = Run([&] { return getter.call(&list); });
-  EXPECT_EQ(outcome.result, getter.hidesDecodeFailure ? 0 : -1);
-  EXPECT_EQ(outcome.error, error);
-  EXPECT_EQ(device.steps, steps);
-  EXPECT_EQ(list != nullptr, getter.hidesDecodeFailure);
-  EXPECT_NE(list, Sentinel<RecordList*>());
-  ExpectNothingLeft(device);
-}
-
-void ExpectCutReply(const ListGetter& getter, std::size_t length) {
-  if (getter.takesCutRecord) {
-    const std::size_t whole = length / getter.size;
-    return ExpectListOf(getter, whole + 1, whole, static_cast<uint32_t>(length));
-  }
-  SCOPED_TRACE(fmt::format("a cut reply of {} bytes", length));
-  const std::size_t total = getter.cap * getter.size;
-  fake::Device device;
-  fake::Bytes reply =
-      wire::Patterns(length / getter.size + 1, getter.size, PatternOf(getter.count));
-  reply.resize(length);
-  device.AnswerWith({.bytes = reply});
-  ExpectUndecoded(getter, device, EBADMSG,
-                  Steps{Calloc(1, 16), Malloc(total)} + kExchange +
-                      Steps{Calloc(getter.cap, getter.size), Free(total), Free(16), Free(total)});
-}
-
-void ExpectListFailure(const ListGetter& getter, const std::function<void(fake::Device&)>& script,
-                       int error, const Steps& steps, const std::vector<std::size_t>& left) {
-  fake::Device device;
-  script(device);
-  auto* list = Sentinel<RecordList*>();
-  ExpectFailure(
-      device, [&] { return getter.call(&list); }, error, steps);
-  EXPECT_EQ(list, nullptr);
-  EXPECT_EQ(device.Live(), left);
-  device.FreeLost();
-}
-
-}  // namespace
-
-void ExpectListGetter(const ListGetter& getter) {
-  const std::size_t size = getter.size;
-  const std::size_t total = getter.cap * size;
-  ExpectListOf(getter, 0, 0, 0);
-  ExpectListOf(getter, 1, 1, static_cast<uint32_t>(size));
-  ExpectListOf(getter, 3, 3, static_cast<uint32_t>(3 * size));
-  ExpectListOf(getter, getter.cap, getter.cap, static_cast<uint32_t>(total));
-  ExpectListOf(getter, getter.cap, getter.cap, static_cast<uint32_t>(total + 1));
-  ExpectListOf(getter, getter.cap, getter.cap, static_cast<uint32_t>(total + size));
-  ExpectListOf(getter, getter.cap, getter.cap, 0x7FFFFFFFu);
-  ExpectListOf(getter, 0, 1, 0x80000000u);
-  ExpectListOf(getter, 0, 1, 0xFFFFFFFFu);
-
-  ExpectCutReply(getter, 1);
-  ExpectCutReply(getter, size - 1);
-  ExpectCutReply(getter, size + 1);
-  ExpectCutReply(getter, 2 * size - 1);
-  ExpectCutReply(getter, total - 1);
-
-  ExpectListFailures(getter);
-}
-
-void ExpectListFailures(const ListGetter& getter) {
-  const std::size_t size = getter.size;
-  const std::size_t total = getter.cap * size;
-  const Steps header{Calloc(1, 16)};
-  const Steps buffer{Malloc(total)};
-  {
-    SCOPED_TRACE("the header cannot be allocated");
-    ExpectListFailure(getter, [](auto& device) { device.failingAllocation = 1; }, ENOMEM, header,
-                      {});
-  }
-  {
-    SCOPED_TRACE("the reply buffer cannot be allocated");
-    ExpectListFailure(getter, [](auto& device) { device.failingAllocation = 2; }, ENOMEM,
-                      header + buffer + Steps{Free(16)}, {});
-  }
-  {
-    SCOPED_TRACE("the entries cannot be allocated");
-    fake::Device device;
-    device.failingAllocation = 3;
-    ExpectUndecoded(
-        getter, device, ENOMEM,
-        header + buffer + kExchange + Steps{Calloc(getter.cap, size), Free(16), Free(total)});
-  }
-  const Steps after = getter.dropsHeader ? Steps{Free(total)} : Steps{Free(16), Free(total)};
-  const std::vector<std::size_t> left(getter.dropsHeader ? 1 : 0, 16);
-  {
-    SCOPED_TRACE("the node is missing");
-    ExpectListFailure(
-        getter, [](auto& device) { device.openError = ENOENT; }, ENOENT,
-        header + buffer + Steps{"open64"} + after, left);
-  }
-  {
-    SCOPED_TRACE("the ioctl fails");
-    ExpectListFailure(
-        getter, [](auto& device) { device.AnswerWith(fake::Failure(EXDEV)); }, EXDEV,
-        header + buffer + kExchange + after, left);
-  }
-}
-
-void ExpectListRelease(const std::function<void(RecordList* list)>& release) {
-  fake::Device device;
-  const auto allocate = [&](std::size_t count, std::size_t size) {
-    void* memory = std::calloc(count, size);
-    device.Remember(memory, count * size);
-    return memory;
-  };
-  release(nullptr);
-  EXPECT_EQ(device.steps, Steps{});
-
-  auto* bare = static_cast<RecordList*>(allocate(1, 16));
-  bare->count = 5;
-  release(bare);
-  EXPECT_EQ(device.steps, Steps{"free(16)"});
-
-  auto* list = static_cast<RecordList*>(allocate(1, 16));
-  list->count = 5;
-  list->entries = allocate(3, 5);
-  release(list);
-  EXPECT_EQ(device.steps, (Steps{"free(16)", "free(15)", "free(16)"}));
 }
 
 fake::Bytes DecodeOne(const RecordGetter& getter, const fake::Bytes& source) {

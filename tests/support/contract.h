@@ -58,15 +58,13 @@ void ExpectRawGetter(const RawGetter& getter);
 // A getter of one decoded record.
 void ExpectRecordGetter(const RecordGetter& getter);
 
+// A getter of a list, its release, and its fetch where it has one. The fetch leaves the header to the
+// caller where the getter loses its own.
 void ExpectListGetter(const ListGetter& getter);
 
-// The part of ExpectListGetter in which nothing is decoded, for a list whose replies are too large
+// The part of ExpectListGetter in which little is decoded, for a list whose replies are too large
 // to be made of patterns.
 void ExpectListFailures(const ListGetter& getter);
-
-// The Release of a list: NULL is ignored, a header without entries is freed alone, entries are freed
-// before their header.
-void ExpectListRelease(const std::function<void(RecordList* list)>& release);
 
 // Patterns in which the count of each record is that of its seed, as far as there is room.
 wire::RecordPattern PatternOf(const getters::Count& count);

@@ -115,10 +115,6 @@ TEST(BfdSessions, NothingIsLeftWhenAnAllocationOrTheCommandFails) {
   contract::ExpectListFailures(SessionsGetter());
 }
 
-TEST(BfdSessions, TheFetchFreesTheCallersHeaderOnEveryFailure) {
-  bridge::ExpectFetch(SessionsGetter());
-}
-
 TEST(BfdSessions, AnEmptyListAndAShortOneTouchLittleOfTheMemoryTheyReserve) {
   if (hooks::MemoryIsWatched()) GTEST_SKIP() << "records of both buffers are resident too";
   ResidentBytes();
@@ -191,10 +187,6 @@ TEST(BfdSessions, ANameOf64CharactersIsCutTo63) {
   ASSERT_EQ(VDRZAX_GetBridgeBFDSessions(std::string(64, 'n').c_str(), &list), 0);
   contract::ExpectSent(device, 96, Block().Text(0, std::string(63, 'n')).bytes(), 111820800);
   VDRZAX_ReleaseBridgeBFDSessions(list);
-}
-
-TEST(BfdSessions, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseBridgeBFDSessions);
 }
 
 TEST(BfdSessionsDeathTest, AnUntestedNullFaults) {

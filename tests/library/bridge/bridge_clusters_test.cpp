@@ -32,10 +32,6 @@ TEST(BridgeClusters, AreListedByTheContractOfAListGetter) {
   contract::ExpectListGetter(ClustersGetter());
 }
 
-TEST(BridgeClusters, TheFetchFreesTheCallersHeaderOnEveryFailure) {
-  bridge::ExpectFetch(ClustersGetter());
-}
-
 TEST(BridgeClusters, EveryRecordIsCopiedFieldByField) {
   bridge::ExpectRecords(ClustersGetter(), DecodedCluster);
 }
@@ -90,17 +86,12 @@ TEST(BridgeClusters, EachFieldStandsWhereItsNameSays) {
   EXPECT_EQ(uint32_t{record.word179}, 0x0C0D0E0Fu);
 }
 
-TEST(BridgeClusters, AReplyOf1830BytesIsTenClusters) {
-  EXPECT_EQ(contract::DecodeAll(ClustersGetter(), wire::Pattern(1830)).size(), 10u);
-}
-
 TEST(BridgeClusters, WithoutANameTheListSendsABlockThatIsZeroThroughout) {
   contract::ListGetter getter = ClustersGetter();
   getter.call = [](RecordList** out) { return VDRZAX_GetBridgeClusters(nullptr, out); };
   getter.fetch = [](RecordList* list) { return VDRZAXGetBridgeClusters(nullptr, list); };
   getter.block = Block();
   contract::ExpectListGetter(getter);
-  bridge::ExpectFetch(getter);
 }
 
 TEST(BridgeClusters, AnythingButZeroCreatesAndZeroDeletes) {
@@ -148,12 +139,9 @@ TEST(BridgeClusters, ANameOf64CharactersIsCutTo63) {
                 cut);
   contract::ListGetter getter = ClustersGetter();
   getter.call = [&](RecordList** out) { return VDRZAX_GetBridgeClusters(name.c_str(), out); };
+  getter.fetch = [&](RecordList* list) { return VDRZAXGetBridgeClusters(name.c_str(), list); };
   getter.block = cut;
   contract::ExpectListGetter(getter);
-}
-
-TEST(BridgeClusters, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseBridgeClusters);
 }
 
 TEST(BridgeClustersDeathTest, AnUntestedNullFaults) {
@@ -167,10 +155,6 @@ TEST(BridgeClustersDeathTest, AnUntestedNullFaults) {
 
 TEST(BridgeClusterNodes, AreListedByTheContractOfAListGetter) {
   contract::ExpectListGetter(NodesGetter());
-}
-
-TEST(BridgeClusterNodes, TheFetchFreesTheCallersHeaderOnEveryFailure) {
-  bridge::ExpectFetch(NodesGetter());
 }
 
 TEST(BridgeClusterNodes, EveryRecordIsCopiedFieldByField) {
@@ -201,28 +185,12 @@ TEST(BridgeClusterNodes, EachFieldStandsWhereItsNameSays) {
   EXPECT_EQ(record.byte70, 0x07);
 }
 
-TEST(BridgeClusterNodes, AReplyOf142BytesIsTwoNodes) {
-  EXPECT_EQ(contract::DecodeAll(NodesGetter(), wire::Pattern(142)).size(), 2u);
-}
-
-TEST(BridgeClusterNodes, AReplyOf100BytesIsRefusedAsAWhole) {
-  fake::Device device;
-  device.AnswerWith({.bytes = wire::Pattern(100)});
-  auto* list = reinterpret_cast<RecordList*>(1);
-  contract::ExpectFailure(device, [&] { return VDRZAX_GetBridgeClusterNodes("edge-1", &list); },
-                          EBADMSG,
-                          {"calloc(1, 16)", "malloc(7100)", "open64", "ioctl", "close",
-                           "calloc(100, 71)", "free(7100)", "free(16)", "free(7100)"});
-  EXPECT_EQ(list, nullptr);
-}
-
 TEST(BridgeClusterNodes, WithoutANameTheListSendsABlockThatIsZeroThroughout) {
   contract::ListGetter getter = NodesGetter();
   getter.call = [](RecordList** out) { return VDRZAX_GetBridgeClusterNodes(nullptr, out); };
   getter.fetch = [](RecordList* list) { return VDRZAXGetBridgeClusterNodes(nullptr, list); };
   getter.block = Block();
   contract::ExpectListGetter(getter);
-  bridge::ExpectFetch(getter);
 }
 
 TEST(BridgeClusterNodes, AddingSendsTheMacBehindBothNames) {
@@ -250,12 +218,9 @@ TEST(BridgeClusterNodes, NamesOf64CharactersAreCutTo63) {
                 94, cut);
   contract::ListGetter getter = NodesGetter();
   getter.call = [&](RecordList** out) { return VDRZAX_GetBridgeClusterNodes(name.c_str(), out); };
+  getter.fetch = [&](RecordList* list) { return VDRZAXGetBridgeClusterNodes(name.c_str(), list); };
   getter.block = Block().Text(0, std::string(63, 'n'));
   contract::ExpectListGetter(getter);
-}
-
-TEST(BridgeClusterNodes, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseBridgeClusterNodes);
 }
 
 TEST(BridgeClusterNodesDeathTest, AnUntestedNullFaults) {

@@ -23,10 +23,6 @@ TEST(BridgeEndpointLists, AreReadByTheContractOfAListGetter) {
   contract::ExpectListGetter(EndpointsGetter());
 }
 
-TEST(BridgeEndpointLists, TheFetchFreesTheCallersHeaderOnEveryFailure) {
-  bridge::ExpectFetch(EndpointsGetter());
-}
-
 TEST(BridgeEndpointLists, EveryRecordIsCopiedFieldByField) {
   bridge::ExpectRecords(EndpointsGetter(), DecodedEndpoint);
 }
@@ -94,10 +90,6 @@ TEST(BridgeEndpointLists, ANameOf64CharactersIsCutTo63) {
   ASSERT_EQ(VDRZAX_GetBridgeEndpoints(std::string(64, 'n').c_str(), &list), 0);
   contract::ExpectSent(device, 95, Block().Text(0, std::string(63, 'n')).bytes(), 6737920);
   VDRZAX_ReleaseBridgeEndpoints(list);
-}
-
-TEST(BridgeEndpointLists, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseBridgeEndpoints);
 }
 
 TEST(BridgeEndpointListsDeathTest, AnUntestedNullFaults) {

@@ -24,10 +24,6 @@ TEST(BridgeFdb, IsListedByTheContractOfAListGetterThatDropsItsHeader) {
   contract::ExpectListGetter(FdbGetter());
 }
 
-TEST(BridgeFdb, TheFetchLeavesTheCallersHeaderAloneWhenTheCommandFails) {
-  bridge::ExpectFetch(FdbGetter());
-}
-
 TEST(BridgeFdb, EveryRecordIsCopiedFieldByField) {
   bridge::ExpectRecords(FdbGetter(), DecodedEntry);
 }
@@ -144,10 +140,6 @@ TEST(BridgeFdb, AFailedAllocationIsReportedBeforeTheNameIsRead) {
     EXPECT_EQ(outcome.result, -1);
     EXPECT_EQ(outcome.error, ENOMEM);
   }
-}
-
-TEST(BridgeFdb, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseBridgeFdbEntries);
 }
 
 TEST(BridgeFdbDeathTest, AnUntestedNullFaults) {

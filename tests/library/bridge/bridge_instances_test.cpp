@@ -38,22 +38,6 @@ TEST(BridgeInstances, AllAreListedByTheContractOfAListGetterThatDropsItsHeader) 
   contract::ExpectListGetter(InstancesGetter());
 }
 
-TEST(BridgeInstances, TheFetchLeavesTheCallersHeaderAloneWhenTheCommandFails) {
-  bridge::ExpectFetch(InstancesGetter());
-}
-
-TEST(BridgeInstances, AFetchOfAnEmptyListClearsTheCountOfTheCallersHeader) {
-  for (const uint32_t length : {0u, 0x80000000u}) {
-    fake::Device device;
-    device.AnswerWith({.length = length});
-    RecordList* list = bridge::ForeignHeader(device);
-    EXPECT_EQ(VDRZAXGetBridgeInstances(list), 0);
-    EXPECT_EQ(list->count, 0);
-    VDRZAX_ReleaseBridgeInstances(list);
-    EXPECT_EQ(device.Live(), std::vector<std::size_t>{});
-  }
-}
-
 TEST(BridgeInstances, ARecordIsCopiedFieldByField) {
   const fake::Bytes source = wire::Pattern(393);
   EXPECT_BYTES(contract::DecodeOne(InstanceGetter(), source), DecodedInstance(source));
@@ -118,35 +102,6 @@ TEST(BridgeInstances, BytesBehindATerminatorArriveAsZero) {
   EXPECT_BYTES(contract::DecodeOne(InstanceGetter(), source), DecodedInstance(source));
 }
 
-TEST(BridgeInstances, AReplyOf392BytesIsRefusedAndOneOf393IsTaken) {
-  BridgeInstanceRecord* out = nullptr;
-  {
-    fake::Device device;
-    device.AnswerWith({.bytes = wire::Pattern(392)});
-    out = reinterpret_cast<BridgeInstanceRecord*>(1);
-    contract::ExpectFailure(
-        device, [&] { return VDRZAX_GetBridgeInstance("edge-1", &out); }, EBADMSG,
-        {"malloc(393)", "open64", "ioctl", "close", "calloc(1, 393)", "free(393)", "free(393)"});
-    EXPECT_EQ(out, nullptr);
-  }
-  fake::Device device;
-  device.AnswerWith({.bytes = wire::Pattern(393)});
-  EXPECT_EQ(VDRZAX_GetBridgeInstance("edge-1", &out), 0);
-  EXPECT_NE(out, nullptr);
-  VDRZAX_ReleaseBridgeInstance(out);
-}
-
-TEST(BridgeInstances, AListReplyOfOneRecordAnd100BytesIsRefusedAsAWhole) {
-  fake::Device device;
-  device.AnswerWith({.bytes = wire::Pattern(493)});
-  auto* list = reinterpret_cast<RecordList*>(1);
-  const auto outcome = contract::Run([&] { return VDRZAX_GetBridgeInstances(&list); });
-  EXPECT_EQ(outcome.result, -1);
-  EXPECT_EQ(outcome.error, EBADMSG);
-  EXPECT_EQ(list, nullptr);
-  EXPECT_EQ(device.Live(), std::vector<std::size_t>{});
-}
-
 TEST(BridgeInstances, AnEmptyReplyIsAListWithEntriesThatAreAllZero) {
   fake::Device device;
   RecordList* list = nullptr;
@@ -170,16 +125,6 @@ TEST(BridgeInstances, ANameOf64CharactersIsCutTo63) {
   ASSERT_EQ(VDRZAX_GetBridgeInstance(std::string(64, 'n').c_str(), &out), 0);
   contract::ExpectSent(device, 62, Block().Text(0, std::string(63, 'n')).bytes(), 393);
   VDRZAX_ReleaseBridgeInstance(out);
-}
-
-TEST(BridgeInstances, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseBridgeInstances);
-}
-
-TEST(BridgeInstances, ReleaseOfARecordAcceptsNull) {
-  fake::Device device;
-  VDRZAX_ReleaseBridgeInstance(nullptr);
-  EXPECT_EQ(device.steps, contract::Steps{});
 }
 
 TEST(BridgeInstancesDeathTest, AnUntestedNullFaults) {

@@ -23,10 +23,6 @@ TEST(BridgeNetworks, AreListedByTheContractOfAListGetterThatDropsItsHeader) {
   contract::ExpectListGetter(NetworksGetter());
 }
 
-TEST(BridgeNetworks, TheFetchLeavesTheCallersHeaderAloneWhenTheCommandFails) {
-  bridge::ExpectFetch(NetworksGetter());
-}
-
 TEST(BridgeNetworks, EveryRecordIsCopiedFieldByField) {
   bridge::ExpectRecords(NetworksGetter(), DecodedNetwork);
 }
@@ -107,10 +103,6 @@ TEST(BridgeNetworks, AFailedAllocationIsReportedBeforeTheNamesAreRead) {
     EXPECT_EQ(outcome.result, -1);
     EXPECT_EQ(outcome.error, ENOMEM);
   }
-}
-
-TEST(BridgeNetworks, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseBridgeNetworks);
 }
 
 TEST(BridgeNetworks, ReleaseOfASingleRecordFreesItAndAcceptsNull) {

@@ -22,10 +22,6 @@ TEST(BridgePorts, AreListedByTheContractOfAListGetterThatDropsItsHeader) {
   contract::ExpectListGetter(PortsGetter());
 }
 
-TEST(BridgePorts, TheFetchLeavesTheCallersHeaderAloneWhenTheCommandFails) {
-  bridge::ExpectFetch(PortsGetter());
-}
-
 TEST(BridgePorts, EveryRecordIsCopiedFieldByField) {
   bridge::ExpectRecords(PortsGetter(), DecodedPort);
 }
@@ -92,10 +88,6 @@ TEST(BridgePorts, AFailedAllocationIsReportedBeforeTheNamesAreRead) {
     EXPECT_EQ(outcome.result, -1);
     EXPECT_EQ(outcome.error, ENOMEM);
   }
-}
-
-TEST(BridgePorts, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseBridgePorts);
 }
 
 TEST(BridgePortsDeathTest, BothNamesAreReadSoEachMustBeValid) {

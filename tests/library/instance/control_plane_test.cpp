@@ -45,17 +45,6 @@ TEST(ControlPlane, TheEightBytesAt92OfEachEntryStayZero) {
   }
 }
 
-TEST(ControlPlane, ASyncStateOf1419BytesIsRefusedAndTheCallersPointerIsNull) {
-  fake::Device device;
-  device.AnswerWith({.bytes = fake::Bytes(1419, 0xFF)});
-  auto* out = reinterpret_cast<CPSyncStateRecord*>(1);
-  const auto outcome =
-      contract::Run([&] { return VDRZAX_GetVdrInstanceCPSyncState("edge-1", &out); });
-  EXPECT_EQ(outcome.result, -1);
-  EXPECT_EQ(outcome.error, EBADMSG);
-  EXPECT_EQ(out, nullptr);
-}
-
 TEST(ControlPlane, SettingTheSyncStateSendsNameAndState) {
   ExpectCommand([] { return VDRZAX_SetVdrInstanceCPSyncState("edge-1", 0x11223344); }, 88,
                 Block().Text(0, "edge-1").U32(256, 0x11223344));

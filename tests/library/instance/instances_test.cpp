@@ -193,19 +193,6 @@ TEST(Instances, ATunablesTextOf70CharactersIsCutTo63AndTerminated) {
                 Block().Text(0, "e").Text(260, std::string(63, 't')).U32(324, 1));
 }
 
-TEST(Instances, ReleaseAcceptsNull) {
-  fake::Device device;
-  VDRZAX_ReleaseInstance(nullptr);
-  VDRZAX_ReleaseInstances(nullptr);
-  EXPECT_EQ(device.steps, contract::Steps{});
-}
-
-TEST(Instances, ReleaseOfAListWithoutEntriesFreesTheHeader) {
-  auto* list = static_cast<RecordList*>(std::calloc(1, 16));
-  list->count = 5;
-  VDRZAX_ReleaseInstances(list);
-}
-
 TEST(Instances, ReleaseClearsTheSixBytesAt393OfEachRecordAndNothingElse) {
   fake::Device device;
   device.AnswerWith({.bytes = fake::Bytes(2 * 577, 0x55)});

@@ -114,16 +114,6 @@ TEST(Stats, OfAnUnknownTypeOnlyTheTypeIsCopiedAndNothingFails) {
   }
 }
 
-TEST(Stats, AReplyOf851BytesIsRefusedAndTheCallersPointerIsNull) {
-  fake::Device device;
-  device.AnswerWith({.bytes = fake::Bytes(851)});
-  auto* out = reinterpret_cast<StatsRecord*>(1);
-  const auto outcome = contract::Run([&] { return VDRZAX_GetLifStats("edge-1", "uplink", &out); });
-  EXPECT_EQ(outcome.result, -1);
-  EXPECT_EQ(outcome.error, EBADMSG);
-  EXPECT_EQ(out, nullptr);
-}
-
 TEST(Stats, TheCachedReadingDiffersOnTheWireInTheFourBytesAt552Alone) {
   fake::Device device;
   device.AnswerWith({.bytes = SourceOf(0)});
@@ -222,12 +212,6 @@ TEST(StatsDeathTest, AMissingResultPointerFaults) {
   EXPECT_DEATH(VDRZAX_GetLifStats("edge-1", "uplink", nullptr), "");
   EXPECT_DEATH(VDRZAX_GetLifStatsCached("edge-1", "uplink", nullptr), "");
   EXPECT_DEATH(VDRZAX_GetVdrDiStats(nullptr), "");
-}
-
-TEST(Stats, ReleaseAcceptsNull) {
-  fake::Device device;
-  VDRZAX_ReleaseStats(nullptr);
-  EXPECT_EQ(device.steps, contract::Steps{});
 }
 
 }  // namespace

@@ -300,12 +300,4 @@ TEST(LifsDeathTest, AnUntestedNullFaults) {
   EXPECT_DEATH(VDRZAX_GetExtVlanLifs(1, nullptr), "");
 }
 
-TEST(Lifs, ReleaseOfARecordAcceptsNull) {
-  fake::Device device;
-  VDRZAX_ReleaseLif(nullptr);
-  EXPECT_EQ(device.steps, contract::Steps{});
-}
-
-TEST(Lifs, ReleaseFollowsTheContractOfLists) { contract::ExpectListRelease(VDRZAX_ReleaseLifs); }
-
 }  // namespace

@@ -19,19 +19,6 @@ TEST(MRoutingDomains, OneIsReadByTheContractOfARecordGetter) {
   contract::ExpectRecordGetter(DomainGetter());
 }
 
-TEST(MRoutingDomains, AReplyOf147BytesIsRefusedAndOneOf148Accepted) {
-  fake::Device device;
-  device.AnswerWith({.bytes = wire::Pattern(147)});
-  auto* record = reinterpret_cast<MRoutingDomain*>(1);
-  const auto outcome = contract::Run([&] { return VDRZAX_GetMRoutingDomain("edge-1", &record); });
-  EXPECT_EQ(outcome.result, -1);
-  EXPECT_EQ(outcome.error, EBADMSG);
-  EXPECT_EQ(record, nullptr);
-  device.AnswerWith({.bytes = wire::Pattern(148)});
-  EXPECT_EQ(VDRZAX_GetMRoutingDomain("edge-1", &record), 0);
-  VDRZAX_ReleaseMRoutingDomainData(record);
-}
-
 TEST(MRoutingDomains, ARecordIsCopiedFieldByField) {
   const fake::Bytes source = wire::Pattern(148);
   EXPECT_BYTES(contract::DecodeOne(DomainGetter(), source), DecodedDomain(source));
@@ -77,12 +64,6 @@ TEST(MRoutingDomainsDeathTest, AnUntestedNullFaults) {
   MRoutingDomain* record = nullptr;
   EXPECT_DEATH(VDRZAX_GetMRoutingDomain(nullptr, &record), "");
   EXPECT_DEATH(VDRZAX_GetMRoutingDomain("edge-1", nullptr), "");
-}
-
-TEST(MRoutingDomains, ReleaseAcceptsNull) {
-  fake::Device device;
-  VDRZAX_ReleaseMRoutingDomainData(nullptr);
-  EXPECT_EQ(device.steps, contract::Steps{});
 }
 
 }  // namespace

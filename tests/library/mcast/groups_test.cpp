@@ -96,8 +96,4 @@ TEST(McastGroupsDeathTest, AnUntestedNullFaults) {
   EXPECT_DEATH(VDRZAX_GetMRoutingAllMcastGroups("edge-1", nullptr), "");
 }
 
-TEST(McastGroups, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseMRoutingMcastGroups);
-}
-
 }  // namespace

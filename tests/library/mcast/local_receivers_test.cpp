@@ -41,17 +41,6 @@ TEST(LocalReceivers, AReplyOf0BytesGivesNone) {
   EXPECT_EQ(contract::DecodeAll(LocalRcvrs(), {}).size(), 0u);
 }
 
-TEST(LocalReceivers, AReplyOf44BytesIsRefused) {
-  fake::Device device;
-  device.AnswerWith({.bytes = wire::Pattern(44)});
-  auto* list = reinterpret_cast<RecordList*>(1);
-  const auto outcome =
-      contract::Run([&] { return VDRZAX_GetMRoutingLocalRcvrs("edge-1", 1, &list); });
-  EXPECT_EQ(outcome.result, -1);
-  EXPECT_EQ(outcome.error, EBADMSG);
-  EXPECT_EQ(list, nullptr);
-}
-
 TEST(LocalReceivers, AReplyOfMoreThan512RecordsGives512) {
   fake::Device device;
   device.AnswerWith({.bytes = wire::Patterns(512, 88), .length = 513 * 88});
@@ -138,10 +127,6 @@ TEST(LocalReceiversDeathTest, AnUntestedNullFaults) {
   EXPECT_DEATH(VDRZAX_GetMRoutingLocalRcvrs("edge-1", 1, nullptr), "");
   EXPECT_DEATH(VDRZAX_AddMRoutingLocalRcvrs(nullptr, 1, "vm-7"), "");
   EXPECT_DEATH(VDRZAX_DelMRoutingLocalRcvrs(nullptr, 1, "vm-7"), "");
-}
-
-TEST(LocalReceivers, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseMRoutingLocalRcvrs);
 }
 
 }  // namespace

@@ -168,31 +168,11 @@ TEST(LifPolicyTableRefs, ANameThatFillsItsFieldArrivesTerminated) {
   EXPECT_EQ(record[63], 0);
 }
 
-TEST(LifPolicyTableRefs, AReplyOf545BytesIsRefused) {
-  fake::Device device;
-  fake::Bytes reply = RefWithEntries(0);
-  reply.pop_back();
-  device.AnswerWith({.bytes = reply});
-  auto* ref = reinterpret_cast<LifPolicyTableRef*>(1);
-  const auto outcome =
-      contract::Run([&] { return VDRZAX_GetLifPolicyTableRef("edge-1", "lif-1", &ref); });
-  EXPECT_EQ(outcome.result, -1);
-  EXPECT_EQ(outcome.error, EBADMSG);
-  EXPECT_EQ(ref, nullptr);
-  EXPECT_EQ(device.Live(), std::vector<std::size_t>{});
-}
-
 TEST(LifPolicyTableRefsDeathTest, AnUntestedNullFaults) {
   fake::Device device;
   device.AnswerWith({.bytes = RefWithEntries(0)});
   EXPECT_DEATH(VDRZAX_SetLifPolicyTableRef("edge-1", "lif-1", 1, nullptr, nullptr), "");
   EXPECT_DEATH(VDRZAX_GetLifPolicyTableRef("edge-1", "lif-1", nullptr), "");
-}
-
-TEST(LifPolicyTableRefs, ReleaseAcceptsNull) {
-  fake::Device device;
-  VDRZAX_ReleaseLifPolicyTableRef(nullptr);
-  EXPECT_EQ(device.steps, contract::Steps{});
 }
 
 }  // namespace

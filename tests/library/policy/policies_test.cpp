@@ -108,17 +108,6 @@ TEST(Policies, AReplyOf56BytesIsTwoRecords) {
   EXPECT_EQ(contract::DecodeAll(PoliciesGetter(), wire::Patterns(2, 28)).size(), 2u);
 }
 
-TEST(Policies, AReplyOf57BytesIsRefused) {
-  fake::Device device;
-  device.AnswerWith({.bytes = wire::Pattern(57)});
-  auto* list = reinterpret_cast<RecordList*>(1);
-  const auto outcome = contract::Run([&] { return VDRZAX_GetPolicy(1, &list); });
-  EXPECT_EQ(outcome.result, -1);
-  EXPECT_EQ(outcome.error, EBADMSG);
-  EXPECT_EQ(list, nullptr);
-  EXPECT_EQ(device.Live(), std::vector<std::size_t>{});
-}
-
 TEST(Policies, TheCountPassesThroughABufferOfFourBytes) {
   for (const uint32_t length : {4u, 5u, 0x7FFFFFFFu}) {
     SCOPED_TRACE(length);
@@ -182,10 +171,6 @@ TEST(PoliciesDeathTest, AnUntestedNullFaults) {
   };
   EXPECT_DEATH(VDRZAX_GetPolicy(1, nullptr), "");
   EXPECT_DEATH(VDRZAX_GetPolicyCount(1, nullptr), "");
-}
-
-TEST(Policies, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseAllPolicy);
 }
 
 }  // namespace

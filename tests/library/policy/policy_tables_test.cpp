@@ -91,25 +91,10 @@ TEST(PolicyTables, AReplyOf144BytesIsTwoRecords) {
   EXPECT_EQ(contract::DecodeAll(TablesGetter(), wire::Patterns(2, 72)).size(), 2u);
 }
 
-TEST(PolicyTables, AReplyOf150BytesIsRefused) {
-  fake::Device device;
-  device.AnswerWith({.bytes = wire::Pattern(150)});
-  auto* list = reinterpret_cast<RecordList*>(1);
-  const auto outcome = contract::Run([&] { return VDRZAX_GetPolicyTable(&list); });
-  EXPECT_EQ(outcome.result, -1);
-  EXPECT_EQ(outcome.error, EBADMSG);
-  EXPECT_EQ(list, nullptr);
-  EXPECT_EQ(device.Live(), std::vector<std::size_t>{});
-}
-
 TEST(PolicyTablesDeathTest, AnUntestedNullFaults) {
   fake::Device device;
   EXPECT_DEATH(VDRZAX_SetPolicyTable(1, nullptr, nullptr), "");
   EXPECT_DEATH(VDRZAX_GetPolicyTable(nullptr), "");
-}
-
-TEST(PolicyTables, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseAllPolicyTable);
 }
 
 }  // namespace

@@ -60,19 +60,6 @@ TEST(DemuxRoutes, AReplyOfNothingIsAListWithoutRecords) {
   VDRZAX_ReleaseDemuxRoutes(list);
 }
 
-TEST(DemuxRoutes, AReplyOf296BytesIsTwoRecordsAndOneOf300IsRefused) {
-  EXPECT_EQ(contract::DecodeAll(DemuxRoutesGetter(), wire::Patterns(2, 148)).size(), 2u);
-  fake::Bytes reply = wire::Patterns(3, 148);
-  reply.resize(300);
-  fake::Device device;
-  device.AnswerWith({.bytes = reply});
-  RecordList* list = nullptr;
-  contract::ExpectFailure(device, [&] { return VDRZAX_GetDemuxRoutes(&list); }, EBADMSG,
-                          {"calloc(1, 16)", "malloc(4440000)", "open64", "ioctl", "close",
-                           "calloc(30000, 148)", "free(4440000)", "free(16)", "free(4440000)"});
-  EXPECT_EQ(list, nullptr);
-}
-
 TEST(DemuxRoutes, TheTableIsAskedForWith968ZeroBytes) {
   fake::Device device;
   RecordList* list = nullptr;
@@ -120,10 +107,6 @@ TEST(DemuxRoutes, APaddedNameAtTheEndOfAFullTableIsReadNoFurther) {
 TEST(DemuxRoutesDeathTest, AnUntestedNullFaults) {
   fake::Device device;
   EXPECT_DEATH(VDRZAX_GetDemuxRoutes(nullptr), "");
-}
-
-TEST(DemuxRoutes, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseDemuxRoutes);
 }
 
 }  // namespace

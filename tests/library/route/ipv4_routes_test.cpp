@@ -151,14 +151,4 @@ TEST(Ipv4RoutesDeathTest, AnUntestedNullFaults) {
   EXPECT_DEATH(VDRZAX_GetResolveRoute("edge-1", 1, 2, 3, nullptr), "");
 }
 
-TEST(Ipv4Routes, ReleaseOfARecordAcceptsNull) {
-  fake::Device device;
-  VDRZAX_ReleaseRoute(nullptr);
-  EXPECT_EQ(device.steps, contract::Steps{});
-}
-
-TEST(Ipv4Routes, ReleaseFollowsTheContractOfLists) {
-  contract::ExpectListRelease(VDRZAX_ReleaseRoutes);
-}
-
 }  // namespace
