@@ -79,18 +79,18 @@ TEST(ProtocolPage, WhatEachFunctionSendsFillsTheFieldsOfItsRowAndNothingElse) {
     row.call(device);
     device.FreeLost();
     if (device.commands.empty()) continue;
-    ASSERT_TRUE(inputs.contains(row.name));
+    ASSERT_TRUE(inputs.contains(row.name)) << "docs/protocol.md has no row for it";
     const Input& input = inputs.at(row.name);
     const fake::Bytes& sent = device.commands.front().input;
     const std::size_t length = input.text.starts_with("none")   ? 0
                                : input.text.starts_with("bare") ? 4
                                                                 : 968;
-    ASSERT_EQ(sent.size(), length);
+    ASSERT_EQ(sent.size(), length) << "bytes of input, by its row in docs/protocol.md";
     ++compared;
     if (length != 968) continue;
     for (std::size_t byte = 0; byte < length; ++byte) {
       if (sent[byte] == 0) continue;
-      EXPECT_TRUE(input.bytes.contains(byte)) << "byte " << byte;
+      EXPECT_TRUE(input.bytes.contains(byte)) << "docs/protocol.md names no field at byte " << byte;
       used[row.name].insert(byte);
     }
   }
@@ -98,7 +98,9 @@ TEST(ProtocolPage, WhatEachFunctionSendsFillsTheFieldsOfItsRowAndNothingElse) {
   // A field at a wrong offset on the page would stay empty, or lose its first byte.
   for (const auto& [name, bytes] : used) {
     for (const std::size_t start : inputs.at(name).starts) {
-      EXPECT_TRUE(bytes.contains(start)) << name << " sends nothing at " << start;
+      EXPECT_TRUE(bytes.contains(start))
+          << name << " sends nothing at " << start << ", which docs/protocol.md names; or the "
+          << "arguments of its call in tests/sweep or tests/support/getters are zero";
     }
   }
 }
