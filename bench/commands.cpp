@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr double kTarget = 1.05;
+constexpr double kTarget = 1.04;
 
 constexpr uint8_t kLevel[] = {3, 0, 0, 0};
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
+#include <random>
 #include <vector>
 
 #include "bridge/bridge_bfd_session_record.h"
@@ -129,16 +129,26 @@ bool HasText(const RecordLayout& layout) {
   });
 }
 
-// Every text is a name of ordinary length, every array of entries is full.
-void FillRecord(const RecordLayout& layout, uint8_t* record) {
-  constexpr char kName[] = "edge-uplink-0042";
+// What the kernel leaves in the field of a text.
+enum class Texts { Padded, JunkBehind, Unterminated };
+
+// Names are of 4 to 31 characters, so that no processor learns where they end.
+void FillText(uint8_t* field, uint32_t width, Texts texts) {
+  static std::minstd_rand random;
+  const std::size_t length = 4 + random() % 28;
+  std::memset(field, 'a', width);
+  if (texts == Texts::Padded) std::memset(field + length, 0, width - length);
+  if (texts == Texts::JunkBehind) field[length] = 0;
+}
+
+// Every array of entries is full.
+void FillRecord(const RecordLayout& layout, uint8_t* record, Texts texts) {
   for (const Field& row : layout.rows) {
     if (row.kind == Field::Kind::Text) {
-      std::memset(record + row.offset, 0, row.width);
-      std::memcpy(record + row.offset, kName, sizeof kName);
+      FillText(record + row.offset, row.width, texts);
     } else if (row.kind == Field::Kind::Entries) {
       for (uint32_t index = 0; index < row.elements; ++index) {
-        FillRecord(*row.entry, record + row.offset + index * row.entry->size);
+        FillRecord(*row.entry, record + row.offset + index * row.entry->size, texts);
       }
     }
   }
@@ -149,33 +159,34 @@ void FillRecord(const RecordLayout& layout, uint8_t* record) {
   }
 }
 
-std::vector<uint8_t> MakeReply(const Getter& getter, uint32_t records) {
+std::vector<uint8_t> MakeReply(const Getter& getter, uint32_t records, Texts texts) {
   const std::size_t prefix = getter.isTable ? sizeof records : 0;
   const std::size_t size = getter.layout->size;
   std::vector<uint8_t> reply(prefix + records * size, 0x5A);
   if (getter.isTable) std::memcpy(reply.data(), &records, sizeof records);
   for (uint32_t index = 0; index < records; ++index) {
-    FillRecord(*getter.layout, reply.data() + prefix + index * size);
+    FillRecord(*getter.layout, reply.data() + prefix + index * size, texts);
   }
   return reply;
 }
 
-Case MakeCase(const Getter& getter, uint32_t records, device::Calls calls, double target) {
+Case MakeCase(const Getter& getter, uint32_t records, device::Calls calls, double target,
+              Texts texts = Texts::Padded) {
   const floor_of::List list{.header = getter.header,
                             .prefix = getter.isTable ? sizeof(uint32_t) : 0U,
                             .record = getter.layout->size,
                             .cap = getter.cap,
                             .fitsEntries = getter.isTable};
-  // Made when the case is run, since the full replies would fill the memory together.
-  const auto reply = std::make_shared<std::vector<uint8_t>>();
+  // One for all, made when a case is run: the full replies would fill the memory together.
+  static std::vector<uint8_t> reply;
   return {.name = getter.name,
           .device = calls == device::Calls::Kernel ? "kernel" : "program",
           .records = records,
           .target = target,
           .prepare =
               [=, &getter] {
-                *reply = MakeReply(getter, records);
-                device::Answer(calls, device::Verdict::Serve, *reply);
+                reply = MakeReply(getter, records, texts);
+                device::Answer(calls, device::Verdict::Serve, reply);
               },
           .library =
               [=, &getter] {
@@ -197,6 +208,24 @@ std::vector<Case> ListCases() {
     cases.push_back(MakeCase(getter, kFew, device::Calls::Program, 0));
     cases.push_back(MakeCase(getter, kFew, device::Calls::Kernel, 1.05));
     cases.push_back(MakeCase(getter, getter.cap, device::Calls::Kernel, fullTarget));
+  }
+  return cases;
+}
+
+std::vector<Case> PolledListCases() {
+  std::vector<Case> cases;
+  const auto add = [&](const Getter& getter, double target, Texts texts, const char* label) {
+    cases.push_back(MakeCase(getter, getter.cap, device::Calls::Kernel, target, texts));
+    cases.back().device += label;
+  };
+  for (const Getter& getter : kGetters) {
+    if (!HasText(*getter.layout)) {
+      add(getter, 1.05, Texts::Padded, "");
+      continue;
+    }
+    add(getter, 1.4, Texts::Padded, ", texts padded");
+    add(getter, 1.4, Texts::JunkBehind, ", junk behind texts");
+    add(getter, 1.4, Texts::Unterminated, ", no terminators");
   }
   return cases;
 }

@@ -1,5 +1,5 @@
 // Measures the shared library, as it ships, against the least that the same work can cost, and
-// prints the table of docs/speed.md. All flags of Google Benchmark serve, for example
+// prints the first table of docs/speed.md. All flags of Google Benchmark serve, for example
 // --benchmark_filter=Routes.
 
 #include <benchmark/benchmark.h>

@@ -35,16 +35,19 @@ bool TableReporter::ReportContext(const Context& /*context*/) {
 void TableReporter::ReportRuns(const std::vector<Run>& runs) {
   for (const Run& run : runs) {
     const auto value = [&](const char* name) { return run.counters.at(name).value; };
-    const std::string function =
-        run.run_name.function_name.substr(0, run.run_name.function_name.find('/'));
     const double records = value("records");
     const std::string count = records > 0 ? std::to_string(static_cast<int>(records)) : "";
     const double target = value("target");
     const bool met = value("ratio") <= target;
-    std::printf("| `%s` | %s | %s | %s | %s | %.3f | %.3f to %.3f | %s | %s |\n", function.c_str(),
-                count.c_str(), run.report_label.c_str(), Duration(value("library_ns")).c_str(),
-                Duration(value("floor_ns")).c_str(), value("ratio"), value("low"), value("high"),
+    std::printf("| `%s` | %s | %s | %s | %s | %.3f | %.3f to %.3f | %s | %s |\n",
+                FunctionOf(run).c_str(), count.c_str(), run.report_label.c_str(),
+                Duration(value("library_ns")).c_str(), Duration(value("floor_ns")).c_str(),
+                value("ratio"), value("low"), value("high"),
                 target > 0 ? Fixed(target).c_str() : "", target > 0 ? (met ? "yes" : "no") : "");
     std::fflush(stdout);
   }
+}
+
+std::string TableReporter::FunctionOf(const Run& run) {
+  return run.run_name.function_name.substr(0, run.run_name.function_name.find('/'));
 }
