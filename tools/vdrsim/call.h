@@ -49,16 +49,27 @@ class Reply {
    public:
     virtual ~Source() = default;
 
+    // Makes ready for the pieces, and returns their total. Called once, before Next.
+    virtual uint32_t Prepare() = 0;
+
     // The next piece, valid until the next call; an empty one at the end.
     virtual std::span<const std::byte> Next() noexcept = 0;
   };
 
   Reply() = default;
-  // `size` bytes that `source` makes.
-  Reply(uint32_t size, std::unique_ptr<Source> source) : size_(size), source_(std::move(source)) {}
-  // A copy of at most kInlineRoom bytes.
-  explicit Reply(std::span<const std::byte> bytes) : size_(static_cast<uint32_t>(bytes.size())) {
-    std::ranges::copy(bytes, inline_.begin());
+  explicit Reply(std::unique_ptr<Source> source) : source_(std::move(source)) {}
+
+  // Makes this a reply of at most kInlineRoom bytes, which are zero and to be filled.
+  std::span<std::byte> Fill(uint32_t size) {
+    size_ = size;
+    const auto bytes = std::span(inline_).first(size);
+    std::ranges::fill(bytes, std::byte{0});
+    return bytes;
+  }
+
+  // To be called before a reply is handed on, with nothing locked.
+  void Prepare() {
+    if (source_) size_ = source_->Prepare();
   }
 
   uint32_t size() const { return size_; }

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "common/standard_streams.h"
-#include "datapath.h"
+#include "datapath/datapath.h"
 #include "intercepted_calls.h"
 #include "launcher.h"
 #include "run_signals.h"

@@ -90,7 +90,7 @@ static void wrong_lengths(int device) {
 }
 
 static void unknown_codes(int device) {
-  static const uint32_t codes[] = {43, 175, 0x7fffffff, 0x80000000U, 0xffffffffU};
+  static const uint32_t codes[] = {105, 175, 0x7fffffff, 0x80000000U, 0xffffffffU};
   static unsigned char block[968];
   for (size_t i = 0; i < sizeof codes / sizeof *codes; ++i) {
     struct envelope argument = envelope(968, block, 577, block);

@@ -138,6 +138,10 @@ struct Request {
 
   constexpr std::span<const Field> fields() const { return std::span(all).first(fieldCount); }
 
+  constexpr bool Has(std::string_view field) const {
+    return std::ranges::count(fields(), field, &Field::name) == 1;
+  }
+
   uint32_t code;
   Name name;  // of the library's function, without its prefix; a function can have two codes
   Effect effect;

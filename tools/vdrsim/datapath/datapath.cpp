@@ -1,0 +1,105 @@
+#include "datapath/datapath.h"
+
+#include <array>
+#include <cerrno>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+#include "datapath/instance_handlers.h"
+#include "datapath/lif_handlers.h"
+#include "requests/input.h"
+
+namespace vdrsim {
+
+namespace {
+
+using requests::Effect;
+using requests::kRequests;
+using requests::Meanings;
+using requests::Request;
+
+template <size_t Index>
+Answer Run(State& state, std::span<const std::byte> bytes) {
+  const InputOf<Index> input(bytes);
+  // Who only reads sees a state that can't be changed.
+  constexpr bool isReading = InputOf<Index>::kRequest.effect == Effect::Reads;
+  std::conditional_t<isReading, const State, State>& visible = state;
+  if constexpr (std::is_same_v<decltype(Handle(visible, input)), int>) {
+    return {.error = Handle(visible, input)};
+  } else {
+    return Handle(visible, input);
+  }
+}
+
+using Handler = Answer (*)(State& state, std::span<const std::byte> input);
+
+template <size_t Index>
+constexpr Handler HandlerOf() {
+  if constexpr (requires(State & state, const InputOf<Index>& input) { Handle(state, input); }) {
+    return Run<Index>;
+  } else {
+    return nullptr;
+  }
+}
+
+template <size_t... Indexes>
+constexpr auto AllHandlers(std::index_sequence<Indexes...>) {
+  return std::array<Handler, sizeof...(Indexes)>{HandlerOf<Indexes>()...};
+}
+
+constexpr auto kHandlers = AllHandlers(std::make_index_sequence<kRequests.size()>());
+
+bool DoesWithoutReply(const Request& request, const Call& call) {
+  return request.room.isOptional && call.capacity == 0;
+}
+
+// What is known of a command before it is carried out. The reply to a command that changes something
+// is as long as its room.
+int Judge(const Request& request, const Call& call) {
+  if (call.input.size() != InputLength(request.form)) return EINVAL;
+  if (request.effect == Effect::Reads) return 0;
+  const uint32_t length = DoesWithoutReply(request, call) ? 0 : request.room.bytes;
+  if (length > call.capacity) return EINVAL;
+  return call.destination.Takes(length) ? 0 : EFAULT;
+}
+
+// What asks for the counters of the datapath as a whole leaves them as they are.
+bool IsCounted(const Request& request) { return request.code != 43 && request.code != 44; }
+
+}  // namespace
+
+Answer Datapath::Execute(const Call& call) noexcept {
+  const size_t index = requests::Identify(call.code, call.input);
+  if (index == Meanings::kNone || !kHandlers[index]) return {.error = ENOTTY};
+  const Request& request = *kRequests[index];
+  Answer answer = Carry(call, index);
+  if (IsCounted(request)) {
+    const std::lock_guard lock(mutex_);
+    state_.counters.Count(request.effect, answer.error);
+  }
+  return answer;
+}
+
+Answer Datapath::Carry(const Call& call, size_t index) try {
+  const Request& request = *kRequests[index];
+  if (const int error = Judge(request, call)) return {.error = error};
+  Answer answer;
+  {
+    const std::lock_guard lock(mutex_);
+    answer = kHandlers[index](state_, call.input);
+  }
+  if (DoesWithoutReply(request, call)) answer.reply = {};
+  answer.reply.Prepare();
+  if (answer.reply.size() > call.capacity) return {.error = EINVAL};
+  return answer;
+} catch (const std::bad_alloc&) {
+  return {.error = ENOMEM};
+}
+
+State Datapath::state() const {
+  const std::lock_guard lock(mutex_);
+  return state_;
+}
+
+}  // namespace vdrsim
