@@ -199,6 +199,22 @@ TEST(E2ITable, ANegativeCountIsAFailedAllocation) {
   }
 }
 
+// The entries of such a count would be read past the reply, so they must not be allocated here.
+TEST(E2ITable, ACountBeyond8192IsTakenAsItStands) {
+  for (const uint32_t count : {8193u, 0x7FFFFFFFu}) {
+    SCOPED_TRACE(count);
+    fake::Device device;
+    device.AnswerWith({.bytes = TableReply(count, 0)});
+    device.failingAllocation = 3;
+    Steps steps = UpToEntries("calloc(" + std::to_string(count) + ", 26)");
+    steps.insert(steps.end(), {"free(12)", "free(212996)"});
+    E2ITable* table = NoTable();
+    contract::ExpectFailure(
+        device, [&] { return VDRZAX_GetE2ITable(&table); }, ENOMEM, steps);
+    EXPECT_EQ(table, nullptr);
+  }
+}
+
 TEST(E2ITable, AReplyThatClaimsMoreThan212996BytesLeavesThePointerAsItWas) {
   for (const uint32_t length : {212997u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
     SCOPED_TRACE(length);
