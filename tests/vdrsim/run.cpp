@@ -41,6 +41,8 @@ Program::Program(const std::vector<std::string>& arguments) {
   process_ = fork();
   if (process_ == 0) {
     setpgid(0, 0);
+    // What was started in the background, or under nohup, ignores some.
+    for (const int number : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) (void)signal(number, SIG_DFL);
     dup2(input[0], STDIN_FILENO);
     dup2(output[1], STDOUT_FILENO);
     dup2(output[1], STDERR_FILENO);
