@@ -35,14 +35,12 @@ expect_bytes '' "$room/reply"
 expect_bytes 03000000 "$room/piped"
 
 # No command has a longer input than a block, so no more than one byte beyond that is read.
-head -c 2000 /dev/zero >"$room/long"
 too_long() {
   expect 1 '' "vdrctl: $1: File too large (EFBIG)
 hint: the input of a command has at most 968 bytes" "$vdrctl" command 3 --input "$1"
 }
-too_long "$room/long"
 too_long /dev/zero
-rest_of_long() { { "$vdrctl" command 3 --input - || wc -c; } <"$room/long"; }
+rest_of_long() { head -c 2000 /dev/zero | { "$vdrctl" command 3 --input - || wc -c; }; }
 expect 0 1031 "vdrctl: -: File too large (EFBIG)
 hint: the input of a command has at most 968 bytes" rest_of_long
 head -c 969 /dev/zero >"$room/long"
@@ -55,6 +53,25 @@ expect 1 '' "vdrctl: $room: Is a directory (EISDIR)" \
   "$vdrctl" command 9 --capacity 4 --output "$room"
 expect 1 '' 'vdrctl: /dev/full: No space left on device (ENOSPC)' \
   "$vdrctl" command 9 --capacity 4 --output /dev/full
+
+# The input is given back before the command is sent: the device gets the one descriptor that is left.
+with_one_descriptor() { (exec 3>&- && ulimit -n 4 && "$vdrctl" "$@"); }
+expect 0 '' '' with_one_descriptor command 10 --input "$room/word"
+
+# Where the room for the reply is not to be had. Sanitizers can't start so.
+with_little_memory() { (ulimit -v 1000000 && "$vdrctl" "$@"); }
+if with_little_memory --version >"$room/out" 2>&1; then
+  expect 1 '' 'vdrctl: command 9: Cannot allocate memory (ENOMEM)' \
+    with_little_memory command 9 --capacity 4294967295
+fi
+
+# A reply beyond the buffer of a stream fails before the file is closed.
+for number in 1 2 3 4 5 6 7 8; do
+  "$vdrctl" instance set "edge-$number"
+done
+head -c 968 /dev/zero >"$room/empty-block"
+expect 1 '' 'vdrctl: /dev/full: No space left on device (ENOSPC)' "$vdrctl" command 0 \
+  --input "$room/empty-block" --capacity 100000 --output /dev/full
 
 # What the datapath does not know, or does not take, fails with its errno.
 expect 1 '' 'vdrctl: command 2147483647: Inappropriate ioctl for device (ENOTTY)' \

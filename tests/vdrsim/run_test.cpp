@@ -156,6 +156,18 @@ TEST(Run, IgnoresTheChildrenThatWereThereBefore) {
   EXPECT_EQ(kill(std::stoi(result.output), SIGKILL), 0);
 }
 
+TEST(Run, EndsWhatItLeftBehindButNotTheChildrenThatWereThereBefore) {
+  Program shell({"sh", "-c",
+                 "sleep 1000 & echo $!; exec " + kVdrsim +
+                     " run -- sh -c 'sleep 1000 & echo ready; exec sleep 1000'"});
+  shell.AwaitOutput("ready\n");
+  shell.Signal(SIGTERM);
+  const Result result = shell.Finish();
+  EXPECT_EQ(result.signal, SIGTERM);
+  EXPECT_FALSE(result.leftNobody) << "the older sleep goes on";
+  EXPECT_EQ(kill(std::stoi(result.output), SIGKILL), 0);
+}
+
 // The sleep in the background ignores interrupts, as every shell starts it.
 TEST(Run, EndsWithItsProcessGroup) {
   Program program({kVdrsim, "run", "--", "sh", "-c", "sleep 1000 & exec $CLIENT check interrupts"});
@@ -224,6 +236,26 @@ TEST(Run, LeavesASignalIgnoredThatWasIgnored) {
   program.Signal(SIGHUP);
   const Result result = program.Finish();
   EXPECT_EQ(result.exitStatus, 4);
+}
+
+TEST(Run, LeavesASignalBlockedThatWasBlocked) {
+  Program program({"env", "--block-signal=TERM", kVdrsim, "run", "--", "sh", "-c",
+                   "echo ready; read line; grep ^ShdPnd /proc/$$/status"});
+  program.AwaitOutput("ready\n");
+  program.Signal(SIGTERM);
+  ExpectSuccess(program.Finish(), "ready\nShdPnd:\t0000000000000000\n");
+}
+
+TEST(Run, LeavesTheCommandASignalBlocked) {
+  const std::vector<std::string> look = {"env", "--block-signal=HUP", "--block-signal=USR1"};
+  const auto seen = [&look](std::vector<std::string> command) {
+    command.insert(command.begin(), look.begin(), look.end());
+    for (const char* word : {"grep", "^SigBlk", "/proc/self/status"}) command.emplace_back(word);
+    return Execute(command);
+  };
+  const Result without = seen({});
+  ASSERT_EQ(without.exitStatus, 0);
+  ExpectSuccess(seen({kVdrsim, "run", "--"}), without.output);
 }
 
 TEST(Run, WithinARunIsRefused) {

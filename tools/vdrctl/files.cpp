@@ -31,7 +31,7 @@ std::vector<uint8_t> ReadInput(const char* file) {
   std::FILE* stream = standard ? stdin : opened.get();
 
   // Not a byte is taken from a pipe beyond the one that tells that the input is too long.
-  static_cast<void>(std::setvbuf(stream, nullptr, _IONBF, 0));
+  std::setbuf(stream, nullptr);
   std::vector<uint8_t> bytes(kLongestInput + 1);
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), stream));
   if (std::ferror(stream)) throw FileFailure(file, errno);

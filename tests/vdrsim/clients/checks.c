@@ -65,6 +65,8 @@ int check_open_flags(void) {
   EXPECT(answers(open(NORMAL_NODE, O_RDWR | O_CREAT | O_TRUNC, 0600)));
   EXPECT(open(NORMAL_NODE, O_RDWR | O_CREAT | O_EXCL, 0600) < 0 && errno == EEXIST);
   EXPECT(open(NORMAL_NODE, O_RDONLY | O_DIRECTORY) < 0 && errno == ENOTDIR);
+  // A path alone leads to no datapath: it is there only where the host has the true node.
+  EXPECT((open(NORMAL_NODE, O_PATH) >= 0) == (faccessat(AT_FDCWD, NORMAL_NODE, F_OK, 0) == 0));
   EXPECT(!isatty(plain) && errno == ENOTTY);
   EXPECT(write(plain, "x", 1) < 0);
 

@@ -30,6 +30,19 @@ static void paths_that_end_with_the_page(unsigned char* page) {
   EXPECT(open(path + 1, O_RDWR) < 0 && errno == EFAULT);
 }
 
+static void a_path_across_two_pages(void) {
+  char* pages =
+      mmap(NULL, 2 * page_size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  EXPECT(pages != MAP_FAILED);
+  for (size_t before = 1; before < sizeof NORMAL_NODE; ++before) {
+    char* path = pages + page_size - before;
+    memcpy(path, NORMAL_NODE, sizeof NORMAL_NODE);
+    const int device = open(path, O_RDWR);
+    EXPECT(device >= 0);
+    close(device);
+  }
+}
+
 static void bad_envelopes(int device, unsigned char* page) {
   uint32_t level = 5;
   EXPECT(command(device, 9, NULL) == EFAULT);
@@ -107,6 +120,7 @@ int check_malformed(void) {
   page_size = (size_t)sysconf(_SC_PAGESIZE);
   unsigned char* page = page_before_nothing();
   paths_that_end_with_the_page(page);
+  a_path_across_two_pages();
   const int device = open(NORMAL_NODE, O_RDWR);
   EXPECT(set_instance("edge-1", 1) == 0);
   bad_envelopes(device, page);

@@ -1,0 +1,150 @@
+#include <gtest/gtest.h>
+#include <vdrzax/channel.h>
+#include <vdrzax/instance.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "command_line.h"
+
+// The commands over a library that answers as no datapath of ours would: these functions stand
+// before those of the shared object.
+namespace {
+
+struct Kernel {
+  int result = 0;
+  uint32_t length = 0;  // what it says that it wrote
+  bool writes = true;
+  IoctlEnvelope seen{};
+  int releasedLists = 0;
+  int releasedRecords = 0;
+};
+Kernel kernel;
+
+InstanceRecord records[2];
+RecordList list{};
+
+}  // namespace
+
+int VDRZAXIoctl(int /*request*/, IoctlEnvelope* envelope) {
+  kernel.seen = *envelope;
+  if (kernel.writes && envelope->outLength != 0) {
+    std::memset(envelope->outBuffer, 'x', envelope->outLength);
+  }
+  envelope->outLength = kernel.length;
+  errno = EIO;
+  return kernel.result;
+}
+
+int VDRZAX_GetInstances(const char* /*name*/, uint8_t /*filter*/, RecordList** out) {
+  list.count = 2;
+  list.entries = records;
+  *out = &list;
+  errno = EIO;
+  return kernel.result;
+}
+
+int VDRZAX_GetInstance(const char* /*name*/, InstanceRecord** out) {
+  *out = records;
+  errno = EIO;
+  return kernel.result;
+}
+
+void VDRZAX_ReleaseInstances(RecordList* released) { kernel.releasedLists += released == &list; }
+
+void VDRZAX_ReleaseInstance(InstanceRecord* released) {
+  kernel.releasedRecords += released == records;
+}
+
+namespace {
+
+struct Printed {
+  int result;
+  std::string text;
+};
+
+Printed CarryOut(std::vector<const char*> words) {
+  words.insert(words.begin(), "vdrctl");
+  const auto parsed = vdrctl::Parse(static_cast<int>(words.size()), words.data());
+  const auto& invocation = std::get<vdrctl::Invocation>(parsed);
+  vdrctl::Output out(invocation.form);
+  const int result = invocation.command->handler.call(out, invocation.values);
+  return {result, out.text()};
+}
+
+TEST(RawCommand, ShowsOfAReplyOnlyWhatThereIsRoomFor) {
+  kernel = {.length = 4'000'000'000};
+  const Printed table = CarryOut({"command", "9", "--capacity", "3"});
+  EXPECT_EQ(table.result, 0);
+  EXPECT_EQ(table.text, "00000000  78 78 78                                         |xxx|\n");
+  EXPECT_EQ(CarryOut({"--json", "command", "9", "--capacity", "3"}).text,
+            "{\"length\":4000000000,\"bytes\":\"787878\"}\n");
+}
+
+TEST(RawCommand, ShowsNothingOfAReplyWithoutRoom) {
+  kernel = {.length = 100};
+  EXPECT_EQ(CarryOut({"--json", "command", "9"}).text, "{\"length\":100,\"bytes\":\"\"}\n");
+  EXPECT_EQ(CarryOut({"command", "9"}).text, "");
+}
+
+TEST(RawCommand, ShowsOfARoomOnlyWhatTheReplyFilled) {
+  kernel = {.length = 1};
+  EXPECT_EQ(CarryOut({"--json", "command", "9", "--capacity", "3"}).text,
+            "{\"length\":1,\"bytes\":\"78\"}\n");
+}
+
+TEST(RawCommand, HasRoomForOneByteToo) {
+  kernel = {.length = 1};
+  EXPECT_EQ(CarryOut({"--json", "command", "9", "--capacity", "1"}).text,
+            "{\"length\":1,\"bytes\":\"78\"}\n");
+}
+
+TEST(RawCommand, ShowsZerosWhereTheKernelClaimsBytesThatItDidNotWrite) {
+  kernel = {.length = 3, .writes = false};
+  EXPECT_EQ(CarryOut({"--json", "command", "9", "--capacity", "3"}).text,
+            "{\"length\":3,\"bytes\":\"000000\"}\n");
+}
+
+TEST(RawCommand, SendsNeitherInputNorRoomUnlessToldTo) {
+  kernel = {};
+  CarryOut({"command", "9"});
+  EXPECT_EQ(kernel.seen.inLength, 0U);
+  EXPECT_EQ(kernel.seen.outLength, 0U);
+  const void* in = kernel.seen.inBuffer;
+  const void* out = kernel.seen.outBuffer;
+  EXPECT_EQ(in, nullptr);
+  EXPECT_EQ(out, nullptr);
+}
+
+TEST(RawCommand, FailsAsTheKernelDoes) {
+  kernel = {.result = -1, .length = 3};
+  const Printed printed = CarryOut({"command", "9", "--capacity", "3"});
+  EXPECT_EQ(printed.result, -1);
+  EXPECT_EQ(printed.text, "");
+}
+
+TEST(Reading, GivesAListBackOnce) {
+  kernel = {};
+  EXPECT_EQ(CarryOut({"--json", "instance", "list"}).result, 0);
+  EXPECT_EQ(kernel.releasedLists, 1);
+}
+
+TEST(Reading, GivesARecordBackOnce) {
+  kernel = {};
+  EXPECT_EQ(CarryOut({"--json", "instance", "show", "edge-1"}).result, 0);
+  EXPECT_EQ(kernel.releasedRecords, 1);
+}
+
+// What a failed getter leaves behind must not be touched.
+TEST(Reading, GivesNothingBackAfterAFailure) {
+  kernel = {.result = -1};
+  EXPECT_EQ(CarryOut({"instance", "list"}).result, -1);
+  EXPECT_EQ(CarryOut({"instance", "show", "edge-1"}).result, -1);
+  EXPECT_EQ(kernel.releasedLists, 0);
+  EXPECT_EQ(kernel.releasedRecords, 0);
+}
+
+}  // namespace
