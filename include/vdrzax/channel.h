@@ -23,8 +23,11 @@
 /* The longest name that is not cut, in characters; memory for one has a terminator more. */
 #define VDRZAX_NAME_MAX 63
 
-/* Marks what the library exports; each declaration stands on the line of its macro. */
+/* Marks what the library exports; each declaration stands on the line of its macro. Programs leave it
+   alone: the archive is compiled with an empty one, so that plugins which link it export nothing. */
+#ifndef VDRZAX_API
 #define VDRZAX_API __attribute__((visibility("default")))
+#endif
 
 /*
  * What compilers are told, so that they warn. VDRZAX_CHECKED: the result says whether the caller's

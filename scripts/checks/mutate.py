@@ -50,7 +50,7 @@ class Baseline:
         self.is_sanitized = preset != "release"
         # A sanitizer reserves all addresses.
         self.memory = "unlimited" if self.is_sanitized else MEMORY_KIB
-        self.run(["cmake", "--preset", preset, "-B", self.build, "-DVDRZAX_BUILD_TESTS=ON"],
+        self.run(["cmake", "--preset", preset, "-B", self.build, "-DVDRZAX_TESTS=ON"],
                  cwd=self.tree)
         self.run(["ninja", "-j", str(jobs), "unit_tests"])
 
@@ -131,7 +131,7 @@ class Trial:
     def objects(self):
         """What is compiled of the mutant, of the library and of the tests."""
         objects = self.baseline.objects[self.mutant.path]
-        library = sorted((name for name in objects if name.startswith("CMakeFiles/vdrzax_objects")),
+        library = sorted((name for name in objects if name.startswith("CMakeFiles/vdrzax.dir")),
                          key=lambda name: ("/instance/" not in name, name))
         if self.code:
             library = [name for name in library if self.mentions(name, self.code)]
