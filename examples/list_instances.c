@@ -9,7 +9,7 @@ int main(void) {
     perror("list router instances");
     return 1;
   }
-  const InstanceRecord* instances = list->entries;
+  const InstanceRecord* instances = (const InstanceRecord*)list->entries;
   for (int32_t index = 0; index < list->count; ++index) {
     printf("%s %" PRIu32 "\n", instances[index].name, instances[index].word64);
   }

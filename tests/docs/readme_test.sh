@@ -1,8 +1,9 @@
 #!/bin/sh
-# The program that the front page shows is the one that is built and run as an example.
-# usage: readme_test.sh README EXAMPLE
+# The program that the front page shows is the one that is built and run as an example, and it
+# compiles as C and as C++ without a warning.
+# usage: readme_test.sh README EXAMPLE INCLUDE_DIRECTORY
 set -eu
-readme=$1 example=$2
+readme=$1 example=$2 include=$3
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
@@ -14,3 +15,7 @@ if ! diff "$scratch/shown" "$scratch/built"; then
   echo "< as $readme shows it, > as $example has it"
   exit 1
 fi
+for language in c11 c++17; do
+  cc -x "${language%%[0-9]*}" -std=$language -Wall -Wextra -pedantic -Werror -fsyntax-only \
+    -I"$include" "$example"
+done
