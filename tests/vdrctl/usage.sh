@@ -92,6 +92,32 @@ help 'vdrctl pre-unload [OPTIONS]' 'Options:' pre-unload --help
 help 'vdrctl command [OPTIONS] CODE' \
   '  --value N not with: --input     Send this word as the input' command --help
 
+# The help of all commands names each, and each has a help of its own.
+lists() { # lists OBJECT VERB...
+  object=$1
+  shift
+  "$vdrctl" --help | grep "^  $object " | tr -c 'a-z0-9-' '\n' >"$room/listed"
+  for verb; do
+    expect_line "$verb" "$room/listed"
+    "$vdrctl" "$object" "$verb" --help >"$room/help" || {
+      failures=$((failures + 1))
+      echo "FAILED: vdrctl $object $verb has no help"
+    }
+    grep -q "^Usage: vdrctl $object $verb" "$room/help" || {
+      failures=$((failures + 1))
+      echo "FAILED: the help of vdrctl $object $verb is that of another"
+    }
+  done
+}
+lists instance list show set delete tune
+for setting in log-level extended-log-level stats-level tx-dispatch-queue-size; do
+  lists $setting get set
+done
+for command in pre-unload command; do
+  "$vdrctl" --help | sed -n "s/^  \($command\) .*/\1/p" >"$room/listed"
+  expect_line $command "$room/listed"
+done
+
 # What could not be written is an error.
 to_full_device() { "$vdrctl" "$@" >/dev/full; }
 to_closed_output() { "$vdrctl" "$@" >&-; }

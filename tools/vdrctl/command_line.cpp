@@ -111,6 +111,11 @@ void Parser::Add(const Command& command) {
   CLI::App* parent = alone ? &root_ : Group(command.object);
   CLI::App* app = parent->add_subcommand(alone ? command.object : command.verb, command.summary);
   app->group(alone ? "Commands" : "Verbs");
+  if (!alone) {
+    const std::string& verbs = parent->get_description();
+    parent->description(
+        fmt::format("{}{} {}", verbs, verbs.ends_with(':') ? "" : ",", command.verb));
+  }
   commands_[app] = &command;
   auto& options = options_[app];
   for (const Parameter& parameter : command.Parameters()) {
@@ -129,7 +134,9 @@ CLI::App* Parser::Group(std::string_view words) {
   CLI::App* parent = Group(top ? "" : words.substr(0, space));
   const std::string last(top ? words : words.substr(space + 1));
   const auto summary = summaries_.find(words);
-  CLI::App* app = parent->add_subcommand(last, summary == summaries_.end() ? "" : summary->second);
+  // The verbs follow.
+  CLI::App* app = parent->add_subcommand(
+      last, fmt::format("{}:", summary == summaries_.end() ? "" : summary->second));
   groups_.emplace(words, app);
   app->group("Objects");
   app->formatter(HelpFormatter("VERB"));
