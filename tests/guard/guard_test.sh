@@ -12,6 +12,7 @@ expect() { # expect WHAT EXPECTED ACTUAL
 }
 
 # Children, orphans, processes in sessions of their own, all deaf to requests to stop.
+# shellcheck disable=SC2016
 crowd='
   trap "" TERM INT HUP
   stay() { sleep 300 && echo "$1 is left"; }
