@@ -158,8 +158,8 @@ TEST(Run, IgnoresTheChildrenThatWereThereBefore) {
 
 TEST(Run, EndsWhatItLeftBehindButNotTheChildrenThatWereThereBefore) {
   Program shell({"sh", "-c",
-                 "sleep 1000 & echo $!; exec " + kVdrsim +
-                     " run -- sh -c 'sleep 1000 & echo ready; exec sleep 1000'"});
+                 "sleep 1000 & echo $!; exec vdrsim"
+                 " run -- sh -c 'sleep 1000 & echo ready; exec sleep 1000'"});
   shell.AwaitOutput("ready\n");
   shell.Signal(SIGTERM);
   const Result result = shell.Finish();
@@ -328,10 +328,10 @@ const char* const kDeafStreams[] = {"2>&-", "2>/dev/full", ">&- 2>&-", ">/dev/fu
 TEST(CommandLine, TheStatusDoesNotDependOnWhoHearsTheMessage) {
   for (const std::string streams : kDeafStreams) {
     const auto status = [&streams](const std::string& arguments) {
-      return Execute({"sh", "-c", "exec " + kVdrsim + " " + arguments + " " + streams}).exitStatus;
+      return Execute({"sh", "-c", "exec vdrsim " + arguments + " " + streams}).exitStatus;
     };
     EXPECT_EQ(status("walk true"), 2) << streams;
-    EXPECT_EQ(status("run -- " + kVdrsim + " run -- true"), 2) << streams;
+    EXPECT_EQ(status("run -- vdrsim run -- true"), 2) << streams;
     EXPECT_EQ(status("run -- true"), 0) << streams;
     EXPECT_EQ(status("run -- sh -c 'exit 3'"), 3) << streams;
   }
@@ -339,7 +339,7 @@ TEST(CommandLine, TheStatusDoesNotDependOnWhoHearsTheMessage) {
 
 TEST(CommandLine, WhatCouldNotBePrintedIsAnError) {
   for (const std::string arguments : {"--help", "--version", "run --help"}) {
-    const std::string line = "exec " + kVdrsim + " " + arguments;
+    const std::string line = "exec vdrsim " + arguments;
     ExpectUnusable(Execute({"sh", "-c", line + " >/dev/full"}),
                    "vdrsim: standard output: No space left on device\n");
     ExpectUnusable(Execute({"sh", "-c", line + " >&-"}),
