@@ -22,7 +22,7 @@ add_library(vdrzax_tool_hardening INTERFACE)
 target_link_libraries(vdrzax_tool_hardening INTERFACE vdrzax_hardening)
 if(NOT VDRZAX_SANITIZE)
   target_compile_options(vdrzax_tool_hardening INTERFACE
-    "SHELL:-include ${CMAKE_CURRENT_LIST_DIR}/fortify.h")
+    "SHELL:-include \"${CMAKE_CURRENT_LIST_DIR}/fortify.h\"")
 endif()
 if(VDRZAX_TOOLS)
   include(CheckPIESupported)

@@ -4,7 +4,8 @@
 # usage: install_lines_test.sh README BUILD_DIRECTORY
 set -eu
 readme=$(realpath "$1") build=$(realpath "$2")
-scratch=$(mktemp -d)
+# A shell splits what pkg-config prints of a home with a space; the lines are not for such a one.
+scratch=$(TMPDIR=/tmp mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
 mkdir home build
