@@ -42,7 +42,7 @@ void AddFields(Input& input) {
 std::map<std::string, Input> ReadPage() {
   static const std::regex row(R"(^\| `(VDRZAX\w+)` \| [^|]+ \| ([^|]+) \|)");
   static const std::regex reference(R"(^as (?:`(\w+)`|the getter)(?:, without (\d+))?)");
-  std::ifstream page(PROTOCOL_PAGE);
+  std::ifstream page(SOURCE_TREE "/docs/protocol.md");
   std::map<std::string, Input> inputs;
   std::smatch match;
   for (std::string line; std::getline(page, line);) {

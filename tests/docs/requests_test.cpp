@@ -82,7 +82,7 @@ std::map<std::string, std::map<uint32_t, PageRow>> ReadPage() {
   static const std::regex row(R"(^\| `VDRZAX_(\w+)` \| ([\d, ]+) \| ([^|]+) \|)");
   static const std::regex reference(R"(^as `VDRZAX_(\w+)`(?:, without (\d+))?)");
   static const std::regex number(R"(\d+)");
-  std::ifstream page(PROTOCOL_PAGE);
+  std::ifstream page(SOURCE_TREE "/docs/protocol.md");
   std::map<std::string, std::map<uint32_t, PageRow>> rows;
   std::smatch match;
   for (std::string line; std::getline(page, line);) {

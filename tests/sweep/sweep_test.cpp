@@ -143,7 +143,7 @@ uint32_t WholeReply(const Row& row) { return static_cast<uint32_t>(row.record); 
 
 // The family whose public header declares the function.
 std::string FamilyOf(const std::string& function) {
-  for (const auto& header : std::filesystem::directory_iterator(PUBLIC_HEADERS)) {
+  for (const auto& header : std::filesystem::directory_iterator(SOURCE_TREE "/include/vdrzax")) {
     std::ifstream file(header.path());
     for (std::string line; std::getline(file, line);) {
       if (line.find(" " + function + "(") != std::string::npos) return header.path().stem();
