@@ -128,7 +128,7 @@ TEST(Requests, EachIsThatOfTheProtocolPage) {
   for (const Request* request : kRequests) {
     SCOPED_TRACE(fmt::format("{} {}", request->name.view(), request->code));
     auto& codes = page[std::string(request->name.view())];
-    ASSERT_TRUE(codes.contains(request->code));
+    ASSERT_TRUE(codes.contains(request->code)) << "docs/protocol.md has no row of this code";
     PageRow& row = codes.at(request->code);
     EXPECT_EQ(request->form, row.form);
     if (row.form == Form::Block) {
@@ -137,7 +137,7 @@ TEST(Requests, EachIsThatOfTheProtocolPage) {
     }
     codes.erase(request->code);
   }
-  for (const auto& [name, codes] : page) EXPECT_TRUE(codes.empty()) << name << " has no request";
+  for (const auto& [name, codes] : page) EXPECT_TRUE(codes.empty()) << name << " has no request in tools/vdrsim/requests/";
 }
 
 // A caller's own choice, or twice as much when there is more.
@@ -177,7 +177,7 @@ TEST(Requests, WhatEachFunctionSendsIsIdentifiedAndFillsItsFields) {
       SCOPED_TRACE(fmt::format("{} {}", row.name, command.request));
       const std::size_t index =
           Identify(static_cast<uint32_t>(command.request), std::as_bytes(std::span(command.input)));
-      ASSERT_NE(index, Meanings::kNone);
+      ASSERT_NE(index, Meanings::kNone) << "tools/vdrsim/requests/ has no request of this code";
       const Request& request = *kRequests[index];
       sent.insert(&request);
       const std::string prefix = row.name.starts_with("VDRZAX_") ? "VDRZAX_" : "VDRZAX";
