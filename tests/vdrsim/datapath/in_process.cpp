@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <string>
 
 namespace in_process {
 
@@ -54,12 +54,7 @@ std::string Result::TextAt(size_t offset) const {
 
 std::string Difference(const Result& result, const Wire& expected) {
   if (result.error != 0) return "error " + std::to_string(result.error);
-  const Bytes& bytes = expected.bytes();
-  if (result.reply.size() != bytes.size()) return std::to_string(result.reply.size()) + " bytes";
-  const auto [actual, wanted] = std::ranges::mismatch(result.reply, bytes);
-  if (wanted == bytes.end()) return "";
-  return "byte " + std::to_string(wanted - bytes.begin()) + " is " +
-         std::to_string(std::to_integer<int>(*actual));
+  return wire::Difference(result.reply, expected.bytes());
 }
 
 Result Execute(vdrsim::Executor& executor, uint32_t code, std::span<const std::byte> input,

@@ -1,0 +1,27 @@
+#include "subject.h"
+
+namespace library {
+
+std::string Difference(const Read& read, const wire::Wire& expected) {
+  if (read.error != 0) return "errno " + std::to_string(read.error);
+  return wire::Difference(read.bytes, expected.bytes());
+}
+
+Read ReadList(int result, RecordList* list, void (*release)(RecordList*), size_t size) {
+  if (result != 0) return {.error = errno, .bytes = {}};
+  wire::Bytes bytes(static_cast<size_t>(list->count) * size);
+  if (!bytes.empty()) std::memcpy(bytes.data(), list->entries, bytes.size());
+  release(list);
+  return {.error = 0, .bytes = std::move(bytes)};
+}
+
+std::ostream& operator<<(std::ostream& stream, const Subject& subject) {
+  return stream << subject.name;
+}
+
+std::string Numbered(const std::string& kind, int number) {
+  const std::string digits = std::to_string(number);
+  return kind + "-" + std::string(5 - digits.size(), '0') + digits;
+}
+
+}  // namespace library
