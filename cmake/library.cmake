@@ -11,6 +11,10 @@ target_compile_options(vdrzax_code INTERFACE
   # All symbols are bound when the library is loaded, so a call needs no stub on its way.
   -fno-plt
 )
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # A name that is unique in a process would keep a program that links the archive from its own.
+  target_compile_options(vdrzax_code INTERFACE -fno-gnu-unique)
+endif()
 if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # gcc would clear and copy blocks by string instructions, which take long to start.
   target_compile_options(vdrzax_code INTERFACE

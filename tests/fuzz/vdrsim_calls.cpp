@@ -2,19 +2,20 @@
 #include <linux/seccomp.h>
 #include <seccomp.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <vector>
 
 #include "datapath/datapath.h"
-#include "intercepted_calls.h"
 #include "reader.h"
 #include "require.h"
-#include "simulated_node.h"
+#include "transport/device_nodes.h"
+#include "transport/held_up_call.h"
+#include "transport/intercepted_calls.h"
 
 // An input is a row of system calls that the simulation holds up for a caller.
 
@@ -66,16 +67,16 @@ constexpr int kNoListener = -1;
 constexpr char kPath[] = "/qorv/devices/char/zaxdriver/ryn_vdr";
 
 int SystemCall(uint8_t number) {
-  constexpr int kCalls[] = {__NR_ioctl, __NR_openat, __NR_openat2,
+  constexpr int kCalls[] = {__NR_ioctl, __NR_openat,     __NR_openat2,
 #ifdef __NR_open
-                            __NR_open,
+                            __NR_open,  __NR_creat,      __NR_stat,       __NR_access,
 #endif
-                            __NR_close};
+                            __NR_statx, __NR_newfstatat, __NR_faccessat2, __NR_close};
   return kCalls[number % std::size(kCalls)];
 }
 
 // One held-up call, its arguments and a few bytes of its caller's memory.
-void HoldUp(Reader& reader, Arena& arena, vdrsim::SimulatedNode& node, int descriptor,
+void HoldUp(Reader& reader, Arena& arena, const vdrsim::DeviceNodes& nodes, int descriptor,
             vdrsim::Datapath& datapath) {
   waiting = {};
   waiting.pid = static_cast<uint32_t>(getpid());
@@ -114,6 +115,20 @@ void HoldUp(Reader& reader, Arena& arena, vdrsim::SimulatedNode& node, int descr
       waiting.data.args[2] = input;
       waiting.data.args[3] = isForeign ? capacity : sizeof(open_how);
       break;
+    case __NR_statx:
+    case __NR_newfstatat:
+    case __NR_faccessat2:
+      waiting.data.args[1] = address;
+      waiting.data.args[2] = isForeign ? code : output;
+      waiting.data.args[3] = inLength;
+      waiting.data.args[4] = output;
+      break;
+#ifdef __NR_stat
+    case __NR_stat:
+      waiting.data.args[0] = address;
+      waiting.data.args[1] = output;
+      break;
+#endif
     default:
       waiting.data.args[0] = address;
       waiting.data.args[1] = code;
@@ -128,20 +143,25 @@ void HoldUp(Reader& reader, Arena& arena, vdrsim::SimulatedNode& node, int descr
   const Bytes before(arena.bytes(), arena.bytes() + Arena::kSize);
   answers = 0;
   answered = {};
-  vdrsim::InterceptedCalls calls(kNoListener, node, datapath);
-  calls.AnswerNext();
+  vdrsim::HeldUpCall call(kNoListener);
+  Require(call.Receive(), "there is a call");
+  vdrsim::InterceptedCalls(nodes, datapath).Answer(call);
   Require(answers == 1 || (answers == 0 && !stillWaits), "a caller that waits is answered once");
   const bool goesOn = answered.flags == SECCOMP_USER_NOTIF_FLAG_CONTINUE;
   Require(
       answers == 0 || goesOn || (answered.flags == 0 && answered.error <= 0 && answered.val == 0),
       "the answer is an error, zero or to go on");
 
-  // Nothing is written but the length of the reply and the reply within its room.
-  const bool exchanges = waiting.data.nr == __NR_ioctl && !isForeign && !goesOn;
+  // Nothing is written but the length of the reply and the reply within its room, or what a look at a
+  // file shows, and nothing at all when the memory may be another's by now.
+  const bool exchanges = waiting.data.nr == __NR_ioctl && !isForeign && !goesOn && stillWaits;
+  const bool shows = waiting.data.nr != __NR_ioctl && !goesOn && stillWaits;
   for (std::size_t index = 0; index < before.size(); ++index) {
     if (arena.bytes()[index] == before[index]) continue;
     const uint64_t place = arena.Start() + index;
-    Require(exchanges && ((place - output) < capacity || place - (address + 12) < 4),
+    const bool isReply = place - output < capacity || place - (address + 12) < 4;
+    const bool isStatus = place - output < sizeof(struct statx);
+    Require((exchanges && isReply) || (shows && isStatus),
             "a caller's memory is written where it may be");
   }
 }
@@ -149,17 +169,6 @@ void HoldUp(Reader& reader, Arena& arena, vdrsim::SimulatedNode& node, int descr
 }  // namespace
 
 extern "C" {
-
-int seccomp_notify_alloc(seccomp_notif** call, seccomp_notif_resp** response) {
-  if (call) *call = static_cast<seccomp_notif*>(std::calloc(1, sizeof **call));
-  if (response) *response = static_cast<seccomp_notif_resp*>(std::calloc(1, sizeof **response));
-  return 0;
-}
-
-void seccomp_notify_free(seccomp_notif* call, seccomp_notif_resp* response) {
-  std::free(call);
-  std::free(response);
-}
 
 int seccomp_notify_receive(int, seccomp_notif* call) {
   *call = waiting;
@@ -176,12 +185,12 @@ int seccomp_notify_id_valid(int, uint64_t) { return stillWaits ? 0 : -ENOENT; }
 
 int LLVMFuzzerTestOneInput(const uint8_t* input, std::size_t size) {
   static Arena arena;
-  static vdrsim::SimulatedNode node;
-  static const int descriptor = dup(node.Open(2).get());
+  static const vdrsim::DeviceNodes nodes(true);
+  static const int descriptor = dup(nodes.Open(vdrsim::Node::Normal, 2).get());
   Reader reader({input, size});
   vdrsim::Datapath datapath;
   std::memset(arena.bytes(), 0, Arena::kSize);
-  while (!reader.Ended()) HoldUp(reader, arena, node, descriptor, datapath);
+  while (!reader.Ended()) HoldUp(reader, arena, nodes, descriptor, datapath);
   return 0;
 }
 

@@ -17,6 +17,9 @@ const std::string kVdrsim = VDRSIM;
 const std::string kClient = CLIENT;
 const std::string kStaticClient = STATIC_CLIENT;
 const std::string kRefuse = REFUSE;
+const std::string kExecRace = EXEC_RACE;
+const std::string kOwnPages = OWN_PAGES;
+const std::string kCrowd = CROWD;
 
 namespace {
 
@@ -113,8 +116,13 @@ bool Program::ReadSome() {
 
 Result Execute(const std::vector<std::string>& arguments) { return Program(arguments).Finish(); }
 
-Result Supervised(const std::vector<std::string>& command) {
-  std::vector<std::string> arguments = {kVdrsim, "run", "--"};
+Result Supervised(const std::vector<std::string>& command) { return SupervisedWith({}, command); }
+
+Result SupervisedWith(const std::vector<std::string>& options,
+                      const std::vector<std::string>& command) {
+  std::vector<std::string> arguments = {kVdrsim, "run"};
+  arguments.insert(arguments.end(), options.begin(), options.end());
+  arguments.emplace_back("--");
   arguments.insert(arguments.end(), command.begin(), command.end());
   return Execute(arguments);
 }

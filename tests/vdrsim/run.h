@@ -13,6 +13,9 @@ extern const std::string kVdrsim;
 extern const std::string kClient;        // of the dynamic linker
 extern const std::string kStaticClient;  // of no linker at all
 extern const std::string kRefuse;
+extern const std::string kExecRace;
+extern const std::string kOwnPages;
+extern const std::string kCrowd;
 
 struct Result {
   int exitStatus = -1;     // -1 when a signal ended it
@@ -47,9 +50,11 @@ class Program {
 // Runs a program to its end.
 Result Execute(const std::vector<std::string>& arguments);
 
-// Runs a command, or a line of shell, under vdrsim. Lines of shell find vdrsim, and the client by the
+// Runs a command, or a line of shell, under vdrsim, with options of its own where they are given. Lines of shell find vdrsim, and the client by the
 // name $CLIENT.
 Result Supervised(const std::vector<std::string>& command);
+Result SupervisedWith(const std::vector<std::string>& options,
+                      const std::vector<std::string>& command);
 Result SupervisedLine(const std::string& line);
 
 }  // namespace run

@@ -7,66 +7,20 @@
 #include <string>
 #include <vector>
 
+#include "expect.h"
+
 namespace {
 
 using run::Execute;
+using run::ExpectSuccess;
+using run::ExpectUnusable;
 using run::kClient;
 using run::kRefuse;
-using run::kStaticClient;
 using run::kVdrsim;
 using run::Program;
 using run::Result;
 using run::Supervised;
 using run::SupervisedLine;
-
-void ExpectSuccess(const Result& result, const std::string& output = "") {
-  EXPECT_EQ(result.exitStatus, 0);
-  EXPECT_EQ(result.output, output);
-  EXPECT_TRUE(result.leftNobody);
-}
-
-// One line that begins so, and nothing was run.
-void ExpectUnusable(const Result& result, const std::string& beginning) {
-  EXPECT_EQ(result.exitStatus, 2);
-  EXPECT_EQ(result.output.substr(0, beginning.size()), beginning);
-  EXPECT_EQ(result.output.find('\n'), result.output.size() - 1) << result.output;
-  EXPECT_TRUE(result.leftNobody);
-}
-
-class RunOfEachLinkage : public testing::TestWithParam<std::string> {};
-
-TEST_P(RunOfEachLinkage, EveryWayToOpenANodeIsServed) {
-  ExpectSuccess(Supervised({GetParam(), "check", "open-forms"}));
-}
-
-TEST_P(RunOfEachLinkage, AnOpenedNodeHasTheFlagsThatWereAskedFor) {
-  ExpectSuccess(Supervised({GetParam(), "check", "open-flags"}));
-}
-
-TEST_P(RunOfEachLinkage, CopiesOfADescriptorAreServed) {
-  ExpectSuccess(Supervised({GetParam(), "check", "shared-descriptors"}));
-}
-
-TEST_P(RunOfEachLinkage, OtherFilesAndRequestsAreUntouched) {
-  ExpectSuccess(Supervised({GetParam(), "check", "other-files"}));
-}
-
-TEST_P(RunOfEachLinkage, AMalformedCommandFailsAndTheRunGoesOn) {
-  ExpectSuccess(Supervised({GetParam(), "check", "malformed"}));
-}
-
-TEST_P(RunOfEachLinkage, ThreadsShareOneDatapath) {
-  ExpectSuccess(Supervised({GetParam(), "check", "threads"}));
-}
-
-TEST_P(RunOfEachLinkage, AStormOfSignalsNeverRepeatsACommand) {
-  ExpectSuccess(Supervised({GetParam(), "check", "storm"}));
-}
-
-INSTANTIATE_TEST_SUITE_P(Clients, RunOfEachLinkage, testing::Values(kClient, kStaticClient),
-                         [](const auto& client) {
-                           return client.index == 0 ? "Dynamic" : "Static";
-                         });
 
 TEST(Run, ProcessesShareOneDatapath) {
   ExpectSuccess(SupervisedLine("$CLIENT set edge-2 7 && (USE_UPGRADE_DEV= $CLIENT set edge-1 6) && "
@@ -168,99 +122,27 @@ TEST(Run, EndsWhatItLeftBehindButNotTheChildrenThatWereThereBefore) {
   EXPECT_EQ(kill(std::stoi(result.output), SIGKILL), 0);
 }
 
-// The sleep in the background ignores interrupts, as every shell starts it.
-TEST(Run, EndsWithItsProcessGroup) {
-  Program program({kVdrsim, "run", "--", "sh", "-c", "sleep 1000 & exec $CLIENT check interrupts"});
-  program.AwaitOutput("ready\n");
-  program.SignalGroup(SIGINT);
-  const Result result = program.Finish();
-  EXPECT_GT(result.exitStatus, 0) << "the interrupts that arrived";
-  EXPECT_TRUE(result.leftNobody);
-}
-
-TEST(Run, ForwardsASignalThatCameToItAlone) {
-  for (const int number : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) {
-    const std::string trap = "trap 'echo trapped; exit 9' " + std::to_string(number);
-    Program program(
-        {kVdrsim, "run", "--", "sh", "-c", trap + "; echo ready; while :; do sleep 0.01; done"});
-    program.AwaitOutput("ready\n");
-    program.Signal(number);
-    const Result result = program.Finish();
-    EXPECT_EQ(result.exitStatus, 9) << number;
-    EXPECT_EQ(result.output, "ready\ntrapped\n") << number;
-    EXPECT_TRUE(result.leftNobody) << number;
-  }
-}
-
-// A shell that stays between the terminal and vdrsim would get the key too, and end by it.
-TEST(Run, LeavesTheKeysOfTheTerminalToTheCommand) {
-  Program terminal({"script", "-qec", "exec vdrsim run -- $CLIENT check interrupts", "/dev/null"});
-  terminal.AwaitOutput("ready");
-  terminal.Type("\x03");
-  const Result result = terminal.Finish();
-  EXPECT_EQ(result.exitStatus, 1) << "the interrupts that arrived";
-  EXPECT_TRUE(result.leftNobody);
-}
-
-TEST(Run, ServesACommandThatCleansUpWhenToldToStop) {
-  const std::string cleaning = "trap '$CLIENT delete edge-1; $CLIENT list; exit 0' TERM; ";
-  Program program({kVdrsim, "run", "--", "sh", "-c",
-                   cleaning + "$CLIENT set edge-1 1; echo ready; while :; do sleep 0.01; done"});
-  program.AwaitOutput("ready\n");
-  program.Signal(SIGTERM);
-  ExpectSuccess(program.Finish(), "ready\n");
-}
-
-TEST(Run, EndsProcessesThatWouldOutliveACommandThatWasStopped) {
-  const std::string obedient =
-      "setsid sh -c '(trap \"echo ended; exit\" TERM; echo one; while :; do sleep 0.01; done) & "
-      "echo two; sleep 1000' & ";
-  const std::string deaf = "setsid sh -c 'trap \"\" TERM; echo three; sleep 1000' & ";
-  Program program(
-      {kVdrsim, "run", "--", "sh", "-c", obedient + deaf + "read line; echo ready; sleep 1000"});
-  for (const char* line : {"one\n", "two\n", "three\n"}) program.AwaitOutput(line);
-  program.CloseInput();
-  program.AwaitOutput("ready\n");
-  program.Signal(SIGTERM);
-  const Result result = program.Finish();
-  EXPECT_EQ(result.signal, SIGTERM);
-  EXPECT_NE(result.output.find("ended\n"), std::string::npos) << result.output;
-  EXPECT_TRUE(result.leftNobody);
-}
-
-TEST(Run, LeavesASignalIgnoredThatWasIgnored) {
-  Program program(
-      {"sh", "-c", "trap '' INT HUP; exec vdrsim run -- sh -c 'echo ready; read line; exit 4'"});
-  program.AwaitOutput("ready\n");
-  program.SignalGroup(SIGINT);
-  program.Signal(SIGHUP);
-  const Result result = program.Finish();
-  EXPECT_EQ(result.exitStatus, 4);
-}
-
-TEST(Run, LeavesASignalBlockedThatWasBlocked) {
-  Program program({"env", "--block-signal=TERM", kVdrsim, "run", "--", "sh", "-c",
-                   "echo ready; read line; grep ^ShdPnd /proc/$$/status"});
-  program.AwaitOutput("ready\n");
-  program.Signal(SIGTERM);
-  ExpectSuccess(program.Finish(), "ready\nShdPnd:\t0000000000000000\n");
-}
-
-TEST(Run, LeavesTheCommandASignalBlocked) {
-  const std::vector<std::string> look = {"env", "--block-signal=HUP", "--block-signal=USR1"};
-  const auto seen = [&look](std::vector<std::string> command) {
-    command.insert(command.begin(), look.begin(), look.end());
-    for (const char* word : {"grep", "^SigBlk", "/proc/self/status"}) command.emplace_back(word);
-    return Execute(command);
-  };
-  const Result without = seen({});
-  ASSERT_EQ(without.exitStatus, 0);
-  ExpectSuccess(seen({kVdrsim, "run", "--"}), without.output);
-}
-
 TEST(Run, WithinARunIsRefused) {
   ExpectUnusable(Supervised({kVdrsim, "run", "--", "echo", "inner"}),
                  "vdrsim: already inside a vdrsim run");
+}
+
+TEST(Run, UnderAProcOfAnotherNamespaceIsRefused) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can make a namespace";
+  ExpectUnusable(Execute({"unshare", "--pid", "--fork", kVdrsim, "run", "--", "echo", "started"}),
+                 "vdrsim: /proc shows another PID namespace: ");
+}
+
+TEST(Run, TellsTheCommandThatItIsInARun) { ExpectSuccess(SupervisedLine("echo $VDRSIM"), "1\n"); }
+
+TEST(Run, LeavesClosedWhatWasClosed) {
+  const std::string list = "; exec " + kVdrsim + " run -- ls /proc/self/fd";
+  const std::string without = "; exec ls /proc/self/fd";
+  for (const std::string closed : {"exec 0<&-", "exec 2>&-", "exec 0<&- 2>&-"}) {
+    const Result result = Execute({"sh", "-c", closed + list});
+    EXPECT_EQ(result.output, Execute({"sh", "-c", closed + without}).output);
+    EXPECT_EQ(result.exitStatus, 0);
+  }
 }
 
 // What a container or an old kernel withholds, by call and errno value, and what is said about it.
@@ -312,7 +194,7 @@ TEST(Run, WorksOnAKernelWithoutTheNewestFlags) {
 
 TEST(CommandLine, WrongUsageHasStatusTwo) {
   const std::vector<std::vector<std::string>> wrong = {
-      {}, {"run"}, {"run", "--"}, {"run", "--bogus", "true"}, {"walk", "true"}, {"--bogus"}};
+      {}, {"run"}, {"run", "--"}, {"run", "--bogus", "true"}, {"--bogus"}};
   for (std::vector<std::string> arguments : wrong) {
     arguments.insert(arguments.begin(), kVdrsim);
     const Result result = Execute(arguments);
@@ -320,6 +202,15 @@ TEST(CommandLine, WrongUsageHasStatusTwo) {
     EXPECT_EQ(result.output.substr(0, 8), "vdrsim: ") << arguments.back();
     EXPECT_NE(result.output.find("\nTry 'vdrsim --help'\n"), std::string::npos) << result.output;
   }
+}
+
+TEST(CommandLine, SaysWhatWasMeantWhereTheWordRunIsMissing) {
+  const Result result = Execute({kVdrsim, "vdrctl", "instance", "list"});
+  EXPECT_EQ(result.exitStatus, 2);
+  EXPECT_EQ(result.output.substr(0, 8), "vdrsim: ");
+  EXPECT_NE(result.output.find("\ndid you mean vdrsim run -- vdrctl instance list\n"),
+            std::string::npos)
+      << result.output;
 }
 
 // Standard error closed, full, and both with a standard output that is no better.
@@ -332,6 +223,8 @@ TEST(CommandLine, TheStatusDoesNotDependOnWhoHearsTheMessage) {
     };
     EXPECT_EQ(status("walk true"), 2) << streams;
     EXPECT_EQ(status("run -- vdrsim run -- true"), 2) << streams;
+    EXPECT_EQ(status("run -- ./no-such-command"), 127) << streams;
+    EXPECT_EQ(status("run -- /proc"), 126) << streams;
     EXPECT_EQ(status("run -- true"), 0) << streams;
     EXPECT_EQ(status("run -- sh -c 'exit 3'"), 3) << streams;
   }

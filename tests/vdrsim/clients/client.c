@@ -45,7 +45,13 @@ static int run_check(const char* name) {
                 {"malformed", check_malformed},
                 {"threads", check_threads},
                 {"storm", check_storm},
-                {"interrupts", check_interrupts}};
+                {"spellings", check_spellings},
+                {"held-up", check_held_up},
+                {"every-open", check_every_open},
+                {"plain-file-requests", check_plain_file_requests},
+                {"permissions", check_permissions},
+                {"hidden", check_hidden},
+                {"beside", check_beside}};
   for (size_t i = 0; i < sizeof checks / sizeof *checks; ++i) {
     if (strcmp(name, checks[i].name) == 0) return checks[i].check();
   }
@@ -54,10 +60,11 @@ static int run_check(const char* name) {
 }
 
 // set NAME SECOND | delete NAME | get NAME | list | level [VALUE] | level-on DESCRIPTOR | check
-// NAME
+// NAME | count SIGNAL
 int main(int argc, char** argv) {
   const char* verb = argc > 1 ? argv[1] : "";
   if (argc == 3 && strcmp(verb, "check") == 0) return run_check(argv[2]);
+  if (argc == 3 && strcmp(verb, "count") == 0) return count_signals(atoi(argv[2]));
   if (argc == 3 && strcmp(verb, "level-on") == 0) return print_log_level(atoi(argv[2]));
 
   const char* node = getenv("USE_UPGRADE_DEV") ? UPGRADE_NODE : NORMAL_NODE;

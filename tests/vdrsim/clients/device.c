@@ -48,6 +48,11 @@ int set_word(int device, uint32_t code, uint32_t value) {
   return command(device, code, &argument);
 }
 
+int answers(int device) {
+  uint32_t level = 99;
+  return get_word(device, 9, &level) == 0 && level == 0;
+}
+
 int set_instance(const char* name, uint32_t second) {
   unsigned char block[968] = {0};
   strncpy((char*)block, name, 64);

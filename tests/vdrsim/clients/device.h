@@ -21,6 +21,9 @@ int command_on_name(int device, uint32_t code, const char* name, void* out, uint
 int get_word(int device, uint32_t code, uint32_t* value);
 int set_word(int device, uint32_t code, uint32_t value);
 
+// Tells whether an open that gave `device` has opened a node of an untouched datapath.
+int answers(int device);
+
 // One command with an open and a close of its own.
 int set_instance(const char* name, uint32_t second);
 int delete_instance(const char* name);
@@ -39,4 +42,12 @@ int check_other_files(void);
 int check_malformed(void);
 int check_threads(void);
 int check_storm(void);
-int check_interrupts(void);
+int check_spellings(void);
+int check_held_up(void);
+int check_every_open(void);
+int check_plain_file_requests(void);
+int check_permissions(void);
+int check_hidden(void);
+int check_beside(void);
+
+int count_signals(int number);

@@ -92,6 +92,9 @@ static void wrong_lengths(int device) {
     struct envelope argument = envelope(lengths[i], block, 0, NULL);
     EXPECT(command(device, 3, &argument) == EINVAL);
   }
+  // One that no command has is not even read.
+  struct envelope longer = envelope(969, (void*)8, 0, NULL);
+  EXPECT(command(device, 3, &longer) == EINVAL);
   unsigned char reply[577];
   memset(reply, 0xaa, sizeof reply);
   struct envelope argument = envelope(968, block, 576, reply);

@@ -1,7 +1,10 @@
-#include "seccomp_filter.h"
+#include "filter.h"
 
+#include <fcntl.h>
+#include <linux/fs.h>
 #include <linux/seccomp.h>
 #include <seccomp.h>
+#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -30,18 +33,61 @@ void Require(int result) {
   if (result < 0) FailStart("cannot build the seccomp filter", -result);
 }
 
+// Requests of more than eight bits that Linux answers by itself where the node stands for a plain
+// file, and would refuse on a device.
+constexpr uint64_t kPlainFileRequests[] = {
+    FIONREAD,   FIOQSIZE, FS_IOC_GETFLAGS, FS_IOC_SETFLAGS, FS_IOC_FSGETXATTR, FS_IOC_FSSETXATTR,
+    0x80111500,  // the UUID of the file system, Linux 6.9 and later
+};
+
+constexpr int kLooks[] = {
+    SCMP_SYS(stat),   SCMP_SYS(lstat),     SCMP_SYS(newfstatat), SCMP_SYS(statx),
+    SCMP_SYS(access), SCMP_SYS(faccessat), SCMP_SYS(faccessat2),
+};
+
+void HoldUp(void* filter, int call) { Require(seccomp_rule_add(filter, SCMP_ACT_NOTIFY, call, 0)); }
+
+// Holds up what has `value` in the bits of the mask of one argument.
+void HoldUpWhere(void* filter, int call, unsigned argument, uint64_t mask, uint64_t value) {
+  const scmp_arg_cmp condition{argument, SCMP_CMP_MASKED_EQ, mask, value};
+  Require(seccomp_rule_add_array(filter, SCMP_ACT_NOTIFY, call, 1, &condition));
+}
+
+// The kernel knows 32 bits of a request number, whatever a caller's sign extension adds.
+void HoldUpRequests(void* filter) {
+  constexpr uint64_t kAllBits = 0xffffffff;
+  constexpr uint64_t kCodeBits = 0xff;
+  HoldUpWhere(filter, SCMP_SYS(ioctl), 1, kAllBits & ~kCodeBits, 0);
+  for (const uint64_t request : kPlainFileRequests) {
+    HoldUpWhere(filter, SCMP_SYS(ioctl), 1, kAllBits, request);
+  }
+}
+
+// openat2 has its flags in memory, where a filter can't see them, and hardly anyone calls creat.
+void HoldUpOpens(void* filter, Scope scope) {
+  HoldUp(filter, SCMP_SYS(openat2));
+  HoldUp(filter, SCMP_SYS(creat));
+  if (scope == Scope::EveryOpenAndLook) {
+    HoldUp(filter, SCMP_SYS(open));
+    HoldUp(filter, SCMP_SYS(openat));
+    for (const int call : kLooks) HoldUp(filter, call);
+  } else {
+    HoldUpWhere(filter, SCMP_SYS(open), 1, O_RDWR, O_RDWR);
+    HoldUpWhere(filter, SCMP_SYS(openat), 2, O_RDWR, O_RDWR);
+  }
+}
+
 }  // namespace
 
-std::vector<sock_filter> SupervisedCallsFilter() {
+std::vector<sock_filter> SupervisedCallsFilter(Scope scope) {
   seccomp_notif_sizes sizes{};
   if (Seccomp(SECCOMP_GET_NOTIF_SIZES, 0, &sizes) != 0) FailFilter(errno);
 
   const std::unique_ptr<void, ReleaseFilter> filter(seccomp_init(SCMP_ACT_ALLOW));
   if (!filter) FailStart("cannot build the seccomp filter", ENOMEM);
   Require(seccomp_attr_set(filter.get(), SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_ALLOW));
-  for (const int call : {SCMP_SYS(openat), SCMP_SYS(open), SCMP_SYS(openat2), SCMP_SYS(ioctl)}) {
-    Require(seccomp_rule_add(filter.get(), SCMP_ACT_NOTIFY, call, 0));
-  }
+  HoldUpRequests(filter.get());
+  HoldUpOpens(filter.get(), scope);
 
   const UniqueFd exported(memfd_create("vdrsim-filter", MFD_CLOEXEC));
   if (!exported) FailStart("cannot create a memory file", errno);

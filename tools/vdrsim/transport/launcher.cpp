@@ -1,19 +1,18 @@
 #include "launcher.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <linux/seccomp.h>
 #include <sys/ioctl.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
+#include <sys/uio.h>
 #include <sys/wait.h>
 
 #include <cerrno>
-#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "caller_memory.h"
-#include "seccomp_filter.h"
 #include "start_failure.h"
 
 // Named by the headers of Linux 6.6 and later.
@@ -36,21 +35,24 @@ struct Progress {
 // Read from the child to see whether its memory can be read at all.
 const uint64_t kProbe = 0x7664727369'6d2021;
 
-[[noreturn]] void BecomeCommand(const std::vector<std::string>& arguments,
-                                const RunSignals& signals, std::vector<sock_filter>& filter,
-                                int parent);
+std::vector<char*> AsArguments(const std::vector<std::string>& texts);
+[[noreturn]] void BecomeCommand(std::vector<char*>& arguments, const RunSignals& signals,
+                                std::vector<sock_filter>& filter, int parent);
+void SayUnusable(const char* command, int error);
 void SendProgress(int parent, Progress progress, int listener);
 Progress ReceiveProgress(int child, UniqueFd& listener);
-void CheckInjection(int listener, const SimulatedNode& node);
+void CheckInjection(int listener, const DeviceNodes& nodes);
 void CheckMemory(pid_t child);
 void WakeUpInStep(int listener);
 
 }  // namespace
 
-Launched Launch(const std::vector<std::string>& arguments, const RunSignals& signals,
-                const SimulatedNode& node) {
-  std::vector<sock_filter> filter = SupervisedCallsFilter();
+Launched Launch(const std::vector<std::string>& arguments, Scope scope, const RunSignals& signals,
+                const DeviceNodes& nodes) {
+  std::vector<sock_filter> filter = SupervisedCallsFilter(scope);
+  std::vector<char*> prepared = AsArguments(arguments);
   prctl(PR_SET_CHILD_SUBREAPER, 1);
+  if (setenv("VDRSIM", "1", 1) != 0) FailStart("cannot set VDRSIM in the environment", errno);
 
   int ends[2] = {-1, -1};
   if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
@@ -62,7 +64,7 @@ Launched Launch(const std::vector<std::string>& arguments, const RunSignals& sig
   if (child < 0) FailStart("cannot start a process", errno);
   if (child == 0) {
     parentEnd.Close();
-    BecomeCommand(arguments, signals, filter, childEnd.get());
+    BecomeCommand(prepared, signals, filter, childEnd.get());
   }
   childEnd.Close();
 
@@ -74,7 +76,7 @@ Launched Launch(const std::vector<std::string>& arguments, const RunSignals& sig
     }
     if (progress.step == Step::Filter) FailFilter(progress.error);
     if (!launched.listener) FailStart("cannot receive the seccomp listener", EBADF);
-    CheckInjection(launched.listener.get(), node);
+    CheckInjection(launched.listener.get(), nodes);
     CheckMemory(child);
   } catch (const StartFailure&) {
     // The child waits for leave to go on and ends when it can't come any more.
@@ -89,7 +91,16 @@ Launched Launch(const std::vector<std::string>& arguments, const RunSignals& sig
 
 namespace {
 
-void BecomeCommand(const std::vector<std::string>& arguments, const RunSignals& signals,
+std::vector<char*> AsArguments(const std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
+  for (const std::string& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+// From here on this is another process, in which nothing may be thrown, allocated or handed back.
+void BecomeCommand(std::vector<char*>& arguments, const RunSignals& signals,
                    std::vector<sock_filter>& filter, int parent) {
   if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) {
     SendProgress(parent, {Step::Privileges, errno}, -1);
@@ -106,14 +117,19 @@ void BecomeCommand(const std::vector<std::string>& arguments, const RunSignals& 
   if (recv(parent, &leave, sizeof leave, 0) != sizeof leave) _exit(2);
 
   signals.Restore();
-  std::vector<char*> argv;
-  argv.reserve(arguments.size() + 1);
-  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-  argv.push_back(nullptr);
-  execvp(argv[0], argv.data());
+  execvp(arguments[0], arguments.data());
   const int error = errno;
-  fmt::print(stderr, "vdrsim: {}: {}\n", argv[0], std::strerror(error));
+  SayUnusable(arguments[0], error);
   _exit(error == ENOENT ? 127 : 126);
+}
+
+void SayUnusable(const char* command, int error) {
+  const char* parts[] = {"vdrsim: ", command, ": ", strerrordesc_np(error), "\n"};
+  iovec line[std::size(parts)];
+  for (size_t i = 0; i < std::size(parts); ++i) {
+    line[i] = {const_cast<char*>(parts[i]), std::strlen(parts[i])};
+  }
+  (void)!writev(STDERR_FILENO, line, std::size(line));
 }
 
 void SendProgress(int parent, Progress progress, int listener) {
@@ -157,8 +173,8 @@ Progress ReceiveProgress(int child, UniqueFd& listener) {
 
 // No call waits yet, so a kernel that can inject and answer in one step finds nobody to answer, and
 // one that can't rejects the flag.
-void CheckInjection(int listener, const SimulatedNode& node) {
-  const UniqueFd opened = node.Open(O_RDWR);
+void CheckInjection(int listener, const DeviceNodes& nodes) {
+  const UniqueFd opened = nodes.Open(Node::Normal, O_RDWR);
   if (!opened) FailStart("cannot open a memory file anew through /proc/self/fd", errno);
   seccomp_notif_addfd addition{};
   addition.flags = SECCOMP_ADDFD_FLAG_SEND;
@@ -171,8 +187,8 @@ void CheckInjection(int listener, const SimulatedNode& node) {
 
 void CheckMemory(pid_t child) {
   uint64_t seen = 0;
-  const bool read = CallerMemory(child).Read(reinterpret_cast<uint64_t>(&kProbe),
-                                             std::as_writable_bytes(std::span(&seen, 1)));
+  const bool read = ReadMemory(child, reinterpret_cast<uint64_t>(&kProbe),
+                               std::as_writable_bytes(std::span(&seen, 1)));
   if (read && seen == kProbe) return;
   FailStart("cannot read the memory of the command", read ? EIO : errno,
             "a container must allow process_vm_readv, and kernel.yama.ptrace_scope must be 0 or 1");

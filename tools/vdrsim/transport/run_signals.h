@@ -9,18 +9,23 @@
 
 namespace vdrsim {
 
-// Holds the signals that matter to a run, to be read one by one: the end of a child and the
-// requests to stop. A request to stop that this process was started to ignore stays ignored.
+// Holds the signals that would end or stop this process, and the end of a child, to be read one by
+// one. What this process was started to ignore or to block stays so.
 class RunSignals {
  public:
   // Throws StartFailure.
   RunSignals();
 
   // Gives the calling process back the signal mask and dispositions that this one was started with.
+  // Safe after a fork.
   void Restore() const;
 
   int descriptor() const { return held_.get(); }
   std::optional<signalfd_siginfo> Next() const;
+
+  // Stops this process, as its process group may be stopped by a key of the terminal, until it is
+  // told to go on. Does nothing where nobody controls jobs.
+  void Stop() const;
 
  private:
   sigset_t originalMask_{};

@@ -1,6 +1,8 @@
 #include "run_signals.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <iterator>
 
 #include "start_failure.h"
 
@@ -13,6 +15,13 @@ bool IsIgnored(int signal) {
   return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
+// What a mistake of this process's own would raise, and what can't be held.
+bool IsOwn(int signal) {
+  constexpr int kOwn[] = {SIGKILL, SIGSTOP, SIGSEGV, SIGBUS, SIGFPE,
+                          SIGILL,  SIGTRAP, SIGSYS,  SIGABRT};
+  return std::ranges::find(kOwn, signal) != std::end(kOwn) || signal == SIGCHLD;
+}
+
 }  // namespace
 
 RunSignals::RunSignals() {
@@ -20,8 +29,8 @@ RunSignals::RunSignals() {
   sigset_t signals;
   sigemptyset(&signals);
   sigaddset(&signals, SIGCHLD);
-  for (const int signal : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) {
-    if (!IsIgnored(signal) && sigismember(&originalMask_, signal) == 0) {
+  for (int signal = 1; signal <= SIGRTMAX; ++signal) {
+    if (!IsOwn(signal) && !IsIgnored(signal) && sigismember(&originalMask_, signal) == 0) {
       sigaddset(&signals, signal);
     }
   }
@@ -43,6 +52,17 @@ std::optional<signalfd_siginfo> RunSignals::Next() const {
   signalfd_siginfo signal{};
   if (read(held_.get(), &signal, sizeof signal) != sizeof signal) return std::nullopt;
   return signal;
+}
+
+void RunSignals::Stop() const {
+  if (IsIgnored(SIGTSTP)) return;
+  sigset_t stop;
+  sigemptyset(&stop);
+  sigaddset(&stop, SIGTSTP);
+  (void)raise(SIGTSTP);
+  sigset_t before;
+  pthread_sigmask(SIG_UNBLOCK, &stop, &before);
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 }  // namespace vdrsim

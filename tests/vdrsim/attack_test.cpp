@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "expect.h"
+#include "run.h"
+
+namespace {
+
+using run::Execute;
+using run::ExpectSuccess;
+using run::kClient;
+using run::kCrowd;
+using run::kExecRace;
+using run::kOwnPages;
+using run::kVdrsim;
+using run::Program;
+using run::Result;
+using run::Supervised;
+using run::SupervisedLine;
+
+TEST(Attack, AProgramThatIsExecutedMeanwhileGetsNothingOfTheReply) {
+  ExpectSuccess(Supervised({kExecRace, "300"}), "0 of 300 damaged\n");
+}
+
+TEST(Attack, ACallerWhoseMemoryTheRunItselfHasToServeHoldsNobodyUp) {
+  const Result result = Supervised({kOwnPages, "serve"});
+  if (result.output == "no userfaultfd\n") GTEST_SKIP();
+  ExpectSuccess(result);
+}
+
+// More callers than the 64 workers that there can be, each blocked for good.
+TEST(Attack, ABlockedRunCanBeEnded) {
+  Program program({kVdrsim, "run", "--", kOwnPages, "block", "100", "64"});
+  program.AwaitOutput("\n");
+  program.Signal(SIGTERM);
+  const Result result = program.Finish();
+  if (result.output == "no userfaultfd\n") GTEST_SKIP();
+  EXPECT_EQ(result.signal, SIGTERM);
+  EXPECT_TRUE(result.leftNobody);
+}
+
+TEST(Attack, PermissionsThatACallerTakesAwayAreNobodyElsesConcern) {
+  std::vector<std::string> arguments = {kVdrsim, "run", "--", kClient, "check", "permissions"};
+  if (geteuid() == 0) {
+    const std::vector<std::string> plain = {"setpriv", "--bounding-set=-all", "--inh-caps=-all",
+                                            "--"};
+    arguments.insert(arguments.begin(), plain.begin(), plain.end());
+  }
+  ExpectSuccess(Execute(arguments));
+}
+
+TEST(Attack, ACrowdLosesAndMixesNothing) {
+  ExpectSuccess(Supervised({kCrowd, "share", "64", "8"}), "512 instances\n");
+}
+
+TEST(Attack, ClientsThatAreKilledLeaveNothingBehind) {
+  ExpectSuccess(Supervised({kCrowd, "kill", "500"}));
+}
+
+// They fall to vdrsim when their parent, which it had as a child before the run, ends during it.
+TEST(Attack, ProcessesThatWereNeverInTheRunAreLeftAlone) {
+  for (const std::string ending : {"exit 0", "kill -TERM \\$PPID; sleep 1000"}) {
+    Program shell({"sh", "-c",
+                   "sh -c 'sleep 1000 & echo $!; exec sleep 1000' & parent=$!; exec " + kVdrsim +
+                       " run -- sh -c \"kill -9 $parent; while kill -0 $parent; do :; done "
+                       "2>/dev/null; " +
+                       ending + "\""});
+    const Result result = shell.Finish();
+    EXPECT_FALSE(result.leftNobody) << "the sleep goes on";
+    EXPECT_EQ(kill(std::stoi(result.output), SIGKILL), 0) << result.output;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,223 @@
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "expect.h"
+#include "run.h"
+
+namespace {
+
+using run::Execute;
+using run::ExpectSuccess;
+using run::kClient;
+using run::kVdrsim;
+using run::Program;
+using run::Result;
+
+// The sleep in the background ignores interrupts, as every shell starts it.
+TEST(Signals, EndsWithItsProcessGroup) {
+  Program program({kVdrsim, "run", "--", "sh", "-c", "sleep 1000 & echo ready; exec sleep 1000"});
+  program.AwaitOutput("ready\n");
+  program.SignalGroup(SIGINT);
+  const Result result = program.Finish();
+  EXPECT_EQ(result.signal, SIGINT);
+  EXPECT_TRUE(result.leftNobody);
+}
+
+TEST(Signals, ForwardsASignalThatCameToItAlone) {
+  for (const int number : {SIGINT, SIGQUIT, SIGTERM, SIGHUP}) {
+    const std::string trap = "trap 'echo trapped; exit 9' " + std::to_string(number);
+    Program program(
+        {kVdrsim, "run", "--", "sh", "-c", trap + "; echo ready; while :; do sleep 0.01; done"});
+    program.AwaitOutput("ready\n");
+    program.Signal(number);
+    const Result result = program.Finish();
+    EXPECT_EQ(result.exitStatus, 9) << number;
+    EXPECT_EQ(result.output, "ready\ntrapped\n") << number;
+    EXPECT_TRUE(result.leftNobody) << number;
+  }
+}
+
+// A shell that stays between the terminal and vdrsim would get the key too, and end by it.
+TEST(Signals, LeavesTheKeysOfTheTerminalToTheCommand) {
+  Program terminal({"script", "-qec", "exec vdrsim run -- $CLIENT count 2", "/dev/null"});
+  terminal.AwaitOutput("ready");
+  terminal.Type("\x03");
+  const Result result = terminal.Finish();
+  EXPECT_EQ(result.exitStatus, 1) << "the interrupts that arrived";
+  EXPECT_TRUE(result.leftNobody);
+}
+
+TEST(Signals, ServesACommandThatCleansUpWhenToldToStop) {
+  const std::string cleaning = "trap '$CLIENT delete edge-1; $CLIENT list; exit 0' TERM; ";
+  Program program({kVdrsim, "run", "--", "sh", "-c",
+                   cleaning + "$CLIENT set edge-1 1; echo ready; while :; do sleep 0.01; done"});
+  program.AwaitOutput("ready\n");
+  program.Signal(SIGTERM);
+  ExpectSuccess(program.Finish(), "ready\n");
+}
+
+TEST(Signals, EndsProcessesThatWouldOutliveACommandThatWasStopped) {
+  const std::string obedient =
+      "setsid sh -c '(trap \"echo ended; exit\" TERM; echo one; while :; do sleep 0.01; done) & "
+      "echo two; sleep 1000' & ";
+  const std::string deaf = "setsid sh -c 'trap \"\" TERM; echo three; sleep 1000' & ";
+  Program program(
+      {kVdrsim, "run", "--", "sh", "-c", obedient + deaf + "read line; echo ready; sleep 1000"});
+  for (const char* line : {"one\n", "two\n", "three\n"}) program.AwaitOutput(line);
+  program.CloseInput();
+  program.AwaitOutput("ready\n");
+  program.Signal(SIGTERM);
+  const Result result = program.Finish();
+  EXPECT_EQ(result.signal, SIGTERM);
+  EXPECT_NE(result.output.find("ended\n"), std::string::npos) << result.output;
+  EXPECT_TRUE(result.leftNobody);
+}
+
+TEST(Signals, LeavesASignalIgnoredThatWasIgnored) {
+  Program program(
+      {"sh", "-c", "trap '' INT HUP; exec vdrsim run -- sh -c 'echo ready; read line; exit 4'"});
+  program.AwaitOutput("ready\n");
+  program.SignalGroup(SIGINT);
+  program.Signal(SIGHUP);
+  const Result result = program.Finish();
+  EXPECT_EQ(result.exitStatus, 4);
+}
+
+TEST(Signals, LeavesASignalBlockedThatWasBlocked) {
+  Program program({"env", "--block-signal=TERM", kVdrsim, "run", "--", "sh", "-c",
+                   "echo ready; read line; grep ^ShdPnd /proc/$$/status"});
+  program.AwaitOutput("ready\n");
+  program.Signal(SIGTERM);
+  ExpectSuccess(program.Finish(), "ready\nShdPnd:\t0000000000000000\n");
+}
+
+TEST(Signals, LeavesTheCommandASignalBlocked) {
+  const std::vector<std::string> look = {"env", "--block-signal=HUP", "--block-signal=USR1"};
+  const auto seen = [&look](std::vector<std::string> command) {
+    command.insert(command.begin(), look.begin(), look.end());
+    for (const char* word : {"grep", "^SigBlk", "/proc/self/status"}) command.emplace_back(word);
+    return Execute(command);
+  };
+  const Result without = seen({});
+  ASSERT_EQ(without.exitStatus, 0);
+  ExpectSuccess(seen({kVdrsim, "run", "--"}), without.output);
+}
+
+TEST(Signals, OneForTheProcessGroupArrivesOnce) {
+  for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGUSR1, SIGUSR2}) {
+    Program program({kVdrsim, "run", "--", kClient, "count", std::to_string(number)});
+    program.AwaitOutput("ready\n");
+    program.SignalGroup(number);
+    EXPECT_EQ(program.Finish().exitStatus, 1) << number;
+  }
+}
+
+TEST(Signals, OneForVdrsimAloneArrivesTooAfterOneForTheGroup) {
+  Program program({kVdrsim, "run", "--", "sh", "-c",
+                   "trap 'echo one' USR1; trap 'echo two; exit 6' USR2; echo ready; "
+                   "while :; do sleep 0.01; done"});
+  program.AwaitOutput("ready\n");
+  program.SignalGroup(SIGUSR1);
+  program.AwaitOutput("one\n");
+  program.Signal(SIGUSR2);
+  const Result result = program.Finish();
+  EXPECT_EQ(result.exitStatus, 6);
+  EXPECT_EQ(result.output, "ready\none\ntwo\n");
+}
+
+TEST(Signals, EachOneThatWouldEndVdrsimIsPassedOn) {
+  for (const int number : {SIGUSR1, SIGUSR2, SIGALRM, SIGPIPE, SIGWINCH, SIGRTMIN + 3}) {
+    Program program({kVdrsim, "run", "--", kClient, "count", std::to_string(number)});
+    program.AwaitOutput("ready\n");
+    program.Signal(number);
+    EXPECT_EQ(program.Finish().exitStatus, 1) << number;
+  }
+}
+
+// What it left behind waits for the end of its input, and is served on.
+TEST(Signals, AnInterruptThatTheCommandTookDoesNotConcernTheRun) {
+  Program program({kVdrsim, "run", "--", "sh", "-c",
+                   "exec 3<&0; trap '' INT; sh -c 'read x <&3; $CLIENT level' & "
+                   "trap 'echo interrupted' INT; trap 'echo ended; exit 0' USR1; echo ready; "
+                   "while :; do sleep 0.01; done"});
+  program.AwaitOutput("ready\n");
+  program.SignalGroup(SIGINT);
+  program.AwaitOutput("interrupted\n");
+  program.Signal(SIGUSR1);
+  program.AwaitOutput("ended\n");
+  program.CloseInput();
+  ExpectSuccess(program.Finish(), "ready\ninterrupted\nended\n0\n");
+}
+
+TEST(Signals, OneAfterTheCommandEndsWhatItLeft) {
+  Program program({kVdrsim, "run", "--", "sh", "-c",
+                   "sh -c 'trap \"\" INT; while kill -0 '$$'; do :; done 2>/dev/null; echo left; "
+                   "exec sleep 1000' & sleep 0.1"});
+  program.AwaitOutput("left\n");
+  program.SignalGroup(SIGINT);
+  ExpectSuccess(program.Finish(), "left\n");
+}
+
+// A shell that controls jobs, on a terminal, in which lines are typed.
+Program Shell() {
+  return Program({"script", "-qec", "PS1=outer: bash --norc --noprofile -i", "/dev/null"});
+}
+
+TEST(Terminal, AStopByKeyStopsTheRunUntilItIsToldToGoOn) {
+  Program shell = Shell();
+  shell.AwaitOutput("outer:");
+  shell.Type("vdrsim run -- sh -c 'echo u''p; read x; echo got $x; $CLIENT level'\n");
+  shell.AwaitOutput("up\r\n");
+  shell.Type("\x1a");
+  shell.AwaitOutput("Stopped");
+  shell.Type("fg\n");
+  shell.Type("hello\n");
+  shell.AwaitOutput("got hello\r\n0\r\n");
+  shell.Type("exit 5\n");
+  EXPECT_EQ(shell.Finish().exitStatus, 5);
+}
+
+TEST(Terminal, AStopByKeyThatTheCommandIgnoresStopsNothing) {
+  Program shell = Shell();
+  shell.AwaitOutput("outer:");
+  shell.Type(
+      "vdrsim run -- sh -c 'trap \"\" TSTP; echo u''p; read x; $CLIENT level 3; "
+      "$CLIENT level'\n");
+  shell.AwaitOutput("up\r\n");
+  shell.Type("\x1ago\n");
+  shell.AwaitOutput("3\r\n");
+  shell.Type("exit 5\n");
+  const Result result = shell.Finish();
+  EXPECT_EQ(result.exitStatus, 5);
+  EXPECT_EQ(result.output.find("Stopped"), std::string::npos);
+}
+
+TEST(Terminal, AShellInARunCanBeSuspended) {
+  Program shell = Shell();
+  shell.AwaitOutput("outer:");
+  shell.Type("PS1=inner: vdrsim run -- bash --norc --noprofile -i\n");
+  shell.AwaitOutput("inner:");
+  shell.Type("suspend\n");
+  shell.AwaitOutput("Stopped");
+  shell.Type("fg\n");
+  shell.Type("$CLIENT level 4; $CLIENT level; exit 3\n");
+  shell.AwaitOutput("4\r\n");
+  shell.Type("exit $(($? + 2))\n");
+  EXPECT_EQ(shell.Finish().exitStatus, 5);
+}
+
+TEST(Terminal, ThatARunWaitsForWhatTheCommandLeftIsSaidOnce) {
+  Program terminal(
+      {"script", "-qec", "exec vdrsim run -- sh -c 'sleep 1000 & exit 3'", "/dev/null"});
+  terminal.AwaitOutput("vdrsim: the command has ended; waiting for processes that it left");
+  terminal.Type("\x03");
+  const Result result = terminal.Finish();
+  EXPECT_EQ(result.exitStatus, 3);
+  EXPECT_EQ(result.output.find("waiting"), result.output.rfind("waiting"));
+  EXPECT_TRUE(result.leftNobody);
+}
+
+}  // namespace

@@ -1,0 +1,67 @@
+#include "pinned_memory.h"
+
+#include <fcntl.h>
+#include <sys/ioctl.h>
+
+#include <cerrno>
+#include <utility>
+
+#include "proc_path.h"
+
+namespace vdrsim {
+
+namespace {
+
+// The question of what is mapped at an address, named by the headers of Linux 6.11 and later.
+struct MapQuery {
+  uint64_t size = sizeof(MapQuery);
+  uint64_t flags = 0;
+  uint64_t address = 0;
+  uint64_t start = 0;
+  uint64_t end = 0;
+  uint64_t unused[8] = {};
+};
+static_assert(sizeof(MapQuery) == 104);
+constexpr unsigned long kQueryMap = _IOWR('f', 17, MapQuery);
+constexpr uint64_t kWritable = 2;
+
+bool Ask(const UniqueFd& map, MapQuery& query) { return ioctl(map.get(), kQueryMap, &query) == 0; }
+
+}  // namespace
+
+PinnedMemory::PinnedMemory(UniqueFd bytes, UniqueFd map)
+    : bytes_(std::move(bytes)), map_(std::move(map)) {}
+
+std::optional<PinnedMemory> PinnedMemory::Of(pid_t process) {
+  UniqueFd map(open(ProcPath("/proc/{}/maps", process).c_str(), O_RDONLY | O_CLOEXEC));
+  MapQuery nothing{.flags = kWritable};
+  // Address 0 is never mapped so, and a kernel that knows the question says that.
+  if (!map || Ask(map, nothing) || errno != ENOENT) return std::nullopt;
+  UniqueFd bytes(open(ProcPath("/proc/{}/mem", process).c_str(), O_WRONLY | O_CLOEXEC));
+  if (!bytes) return std::nullopt;
+  return PinnedMemory(std::move(bytes), std::move(map));
+}
+
+bool PinnedMemory::IsWritable(uint64_t address, uint64_t length) const {
+  uint64_t covered = 0;
+  while (covered < length) {
+    MapQuery query{.flags = kWritable, .address = address + covered};
+    if (!Ask(map_, query)) return false;
+    covered = query.end - address;
+  }
+  return true;
+}
+
+bool PinnedMemory::Write(uint64_t address, std::span<const std::byte> bytes) const {
+  if (!IsWritable(address, bytes.size())) return false;
+  while (!bytes.empty()) {
+    const ssize_t written =
+        pwrite(bytes_.get(), bytes.data(), bytes.size(), static_cast<off_t>(address));
+    if (written <= 0) return false;
+    address += static_cast<uint64_t>(written);
+    bytes = bytes.subspan(static_cast<size_t>(written));
+  }
+  return true;
+}
+
+}  // namespace vdrsim
