@@ -65,8 +65,8 @@ TEST(Attack, ClientsThatAreKilledLeaveNothingBehind) {
 TEST(Attack, ProcessesThatWereNeverInTheRunAreLeftAlone) {
   for (const std::string ending : {"exit 0", "kill -TERM \\$PPID; sleep 1000"}) {
     Program shell({"sh", "-c",
-                   "sh -c 'sleep 1000 & echo $!; exec sleep 1000' & parent=$!; exec " + kVdrsim +
-                       " run -- sh -c \"kill -9 $parent; while kill -0 $parent; do :; done "
+                   "sh -c 'sleep 1000 & echo $!; exec sleep 1000' & parent=$!; exec "
+                   "vdrsim run -- sh -c \"kill -9 $parent; while kill -0 $parent; do :; done "
                        "2>/dev/null; " +
                        ending + "\""});
     const Result result = shell.Finish();

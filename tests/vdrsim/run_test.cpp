@@ -136,7 +136,7 @@ TEST(Run, UnderAProcOfAnotherNamespaceIsRefused) {
 TEST(Run, TellsTheCommandThatItIsInARun) { ExpectSuccess(SupervisedLine("echo $VDRSIM"), "1\n"); }
 
 TEST(Run, LeavesClosedWhatWasClosed) {
-  const std::string list = "; exec " + kVdrsim + " run -- ls /proc/self/fd";
+  const std::string list = "; exec vdrsim run -- ls /proc/self/fd";
   const std::string without = "; exec ls /proc/self/fd";
   for (const std::string closed : {"exec 0<&-", "exec 2>&-", "exec 0<&- 2>&-"}) {
     const Result result = Execute({"sh", "-c", closed + list});
