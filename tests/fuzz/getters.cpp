@@ -229,7 +229,7 @@ Runner VariableRun(const getters::RawGetter& getter) {
 
 // A fuzzer that lacks a getter of its family is none.
 [[noreturn]] void Stop(const std::string& name, const char* what) {
-  std::fprintf(stderr, "%s: %s, tests/fuzz/\n", name.c_str(), what);
+  (void)std::fprintf(stderr, "%s: %s, tests/fuzz/\n", name.c_str(), what);
   std::exit(1);
 }
 
