@@ -10,7 +10,8 @@ namespace wire {
 fake::Bytes Pattern(std::size_t size, unsigned seed) {
   fake::Bytes bytes(size);
   for (std::size_t index = 0; index < size; ++index) {
-    bytes[index] = static_cast<uint8_t>(1 + (index * 7 + index / 251 + seed * 13) % 255);
+    bytes[index] =
+        static_cast<uint8_t>(1 + (index * 7 + index / 251 + seed * std::size_t{13}) % 255);
   }
   return bytes;
 }
