@@ -12,7 +12,8 @@
 
 namespace {
 
-// What stands behind the functions that the first cell of a row names, by function.
+// What stands behind the functions that the first cell of a row names, by function, where the page
+// names them first.
 std::map<std::string, std::string> ReadRows(const char* page) {
   static const std::regex name(R"(`(VDRZAX\w+)`)");
   std::ifstream file(page);
@@ -22,7 +23,7 @@ std::map<std::string, std::string> ReadRows(const char* page) {
     const std::size_t cell = line.find(" | ");
     const std::string names = line.substr(0, cell);
     for (std::sregex_iterator found(names.begin(), names.end(), name), end; found != end; ++found) {
-      rows[(*found)[1]] = line.substr(cell + 3);
+      rows.emplace((*found)[1], line.substr(cell + 3));
     }
   }
   return rows;

@@ -137,7 +137,8 @@ TEST(Requests, EachIsThatOfTheProtocolPage) {
     }
     codes.erase(request->code);
   }
-  for (const auto& [name, codes] : page) EXPECT_TRUE(codes.empty()) << name << " has no request in tools/vdrsim/requests/";
+  for (const auto& [name, codes] : page)
+    EXPECT_TRUE(codes.empty()) << name << " has no request in tools/vdrsim/requests/";
 }
 
 // A caller's own choice, or twice as much when there is more.
