@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -89,18 +90,19 @@ TEST(StreamAnswer, EntriesAreMadeWhileTheyAreDelivered) {
   ASSERT_EQ(answer.reply.size(), kCount * 284U);
   const std::byte* place = nullptr;
   uint64_t number = 0;
+  uint64_t wrong = 0;
   for (auto piece = answer.reply.Next(); !piece.empty(); piece = answer.reply.Next()) {
     ASSERT_EQ(piece.size() % 284, 0U);
     ASSERT_LE(piece.size(), 131072U);
     EXPECT_TRUE(place == nullptr || place == piece.data()) << "one buffer is enough";
     place = piece.data();
     for (size_t at = 0; at < piece.size(); at += 284, ++number) {
-      uint64_t square = 0;
-      std::memcpy(&square, &piece[at], 8);
-      ASSERT_EQ(square, number * number);
-      ASSERT_EQ(piece[at + 8], std::byte{0});
+      uint64_t begin[2] = {};
+      std::memcpy(begin, &piece[at], sizeof begin);
+      if (begin[0] != number * number || begin[1] != 0) ++wrong;
     }
   }
+  EXPECT_EQ(wrong, 0U);
   EXPECT_EQ(number, kCount);
   EXPECT_TRUE(answer.reply.Next().empty());
 }

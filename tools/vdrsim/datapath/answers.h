@@ -61,7 +61,7 @@ class EntryStream final : public Reply::Source {
 
  private:
   // Large enough that a system call for each costs little, and no longer than a cache.
-  static constexpr size_t kPiece = 128 * 1024;
+  static constexpr size_t kPiece = size_t{128} * 1024;
 
   Entries entries_;
   std::vector<std::byte> buffer_{};

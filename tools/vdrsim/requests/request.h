@@ -108,13 +108,13 @@ struct Request {
   // `variant` is meant when the number at that offset is not 0; another of the same code has none.
   consteval Request(uint32_t command, Name function, Effect does, Form input,
                     std::initializer_list<Field> rows, Room reply, uint16_t variantOffset)
-      : code(command),
-        name(function),
-        effect(does),
-        form(input),
+      : fieldCount(rows.size()),
+        code(command),
         room(reply),
         variant(variantOffset),
-        fieldCount(rows.size()) {
+        effect(does),
+        form(input),
+        name(function) {
     if (rows.size() > kMostFields) throw "more fields than there is room for";
     uint32_t end = 0;
     for (const Field& field : rows) {
@@ -142,14 +142,14 @@ struct Request {
     return std::ranges::count(fields(), field, &Field::name) == 1;
   }
 
-  uint32_t code;
-  Name name;  // of the library's function, without its prefix; a function can have two codes
-  Effect effect;
-  Form form;
-  Room room;
-  uint16_t variant;
   std::array<Field, kMostFields> all{};
   size_t fieldCount;
+  uint32_t code;
+  Room room;
+  uint16_t variant;
+  Effect effect;
+  Form form;
+  Name name;  // of the library's function, without its prefix; a function can have two codes
 };
 
 }  // namespace vdrsim::requests
