@@ -1,24 +1,11 @@
-"""The mutants of a source file of the library: each is one small change of its text.
+"""The mutants of a source file: each is one small change of its text.
 
-Strings are left alone but for the few that are constants of the library, and so are static_asserts:
+Strings are left alone but for the few that are constants, and so are static_asserts:
 a weaker check is no other behaviour.
 """
-import collections
 import re
 
-Mutant = collections.namedtuple("Mutant", "path start end replacement change")
-Token = collections.namedtuple("Token", "kind text start end")
-
-TOKENS = re.compile(
-    r"""(?P<space>\s+|//[^\n]*|/\*.*?\*/|^[ \t]*\#(?:\\\n|[^\n])*)
-      | (?P<string>"(?:\\.|[^"\\])*")
-      | (?P<char>'(?:\\.|[^'\\])+')
-      | (?P<number>\b\d[\w']*)
-      | (?P<name>\w+)
-      | (?P<sign>::|->|\+\+|--|[-+<>=!]=|&&|\|\||.)""",
-    re.VERBOSE | re.MULTILINE | re.DOTALL)
-
-CLOSING = {"(": ")", "[": "]", "{": "}"}
+import mutation_text
 
 # Calls that differ in one point.
 CALLS = {
@@ -37,25 +24,35 @@ ERRORS = {
 NAMES = {
     "AF_INET": "AF_INET6",
     "AF_INET6": "AF_INET",
+    "EACCES": "ENOENT",
     "EBADMSG": "EINVAL",
+    "EEXIST": "ENOENT",
+    "EFAULT": "EINVAL",
+    "EFBIG": "EINVAL",
     "EINVAL": "ENOMEM",
+    "ENOENT": "EACCES",
     "ENOMEM": "EBADMSG",
+    "ENOSPC": "ENOMEM",
+    "ENOTDIR": "ENOENT",
+    "ENOTTY": "EINVAL",
     "O_RDWR": "O_RDONLY",
     "false": "true",
     "kNormalNode": "kUpgradeNode",
     "kUpgradeNode": "kNormalNode",
     "nullptr": None,
+    "SIGKILL": "SIGTERM",
+    "SIGTERM": "SIGKILL",
     "true": "false",
 }
 OPERATORS = {
     "<": "<=", "<=": "<", ">": ">=", ">=": ">", "==": "!=", "!=": "==",
     "&&": "||", "||": "&&", "&": "|",
-    "+": "-", "-": "+", "*": "+", "/": "*", "+=": "-=", "-=": "+=",
+    "+": "-", "-": "+", "*": "+", "/": "*", "%": "/", "+=": "-=", "-=": "+=",
 }
 STEPS = {"++": "--", "--": "++"}
 NO_STATEMENT = {
-    "auto", "case", "const", "constexpr", "default", "do", "else", "for", "if", "return",
-    "static", "static_assert", "struct", "switch", "template", "typename", "using", "while",
+    "auto", "case", "catch", "const", "constexpr", "default", "do", "else", "for", "if", "return",
+    "static", "static_assert", "struct", "switch", "template", "try", "typename", "using", "while",
 }
 WIDTHS = {"U8": 1, "U16": 2, "U24": 3, "U32": 4, "U64": 8, "Mac": 6}
 
@@ -65,55 +62,13 @@ def neighbours(codes):
     return dict(zip(codes, codes[1:] + codes[-2:-1]))
 
 
-class Source:
+class Source(mutation_text.Text):
     def __init__(self, path, text, next_code):
-        self.path = path
-        self.text = text
+        super().__init__(path, text)
         self.next_code = next_code
-        self.mutants = []
-        self.tokens = [Token(found.lastgroup, found.group(), *found.span())
-                       for found in TOKENS.finditer(text) if found.lastgroup != "space"]
-        self.close = {}
-        self.open = {}
-        pending = []
-        for index, token in enumerate(self.tokens):
-            if token.text in CLOSING:
-                pending.append(index)
-            elif token.text in CLOSING.values():
-                begin = pending.pop()
-                self.close[begin] = index
-                self.open[index] = begin
-        self.skipped = self._regions(r"\bstatic_assert\s*\(")
-        self.rows = self._regions(r"\bField \w+Rows\[\] = \{")
-        self.codes = self._regions(r"\benum class CommandCode : int \{")
-
-    def word(self, index):
-        return self.tokens[index].text if 0 <= index < len(self.tokens) else ""
-
-    def span(self, first, last):
-        """The text from one token to another, both included."""
-        return self.text[self.tokens[first].start:self.tokens[last].end]
-
-    def add(self, first, last, replacement, change=None):
-        start, end = self.tokens[first].start, self.tokens[last].end
-        old = " ".join(self.text[start:end].split())
-        self.mutants.append(Mutant(self.path, start, end, replacement,
-                                   change or f"`{old}` -> `{replacement}`"))
-
-    def _regions(self, head):
-        """Token ranges from the bracket that `head` ends with to its partner."""
-        begins = {token.start: index for index, token in enumerate(self.tokens)}
-        found = [begins[match.end() - 1] for match in re.finditer(head, self.text)
-                 if match.end() - 1 in begins]
-        return [range(index, self.close[index] + 1) for index in found]
-
-    def is_in(self, index, regions):
-        return any(index in region for region in regions)
-
-    def is_spaced(self, index):
-        """Tells an operator from a bracket of a template and from the mark of a pointer."""
-        token = self.tokens[index]
-        return self.text[token.start - 1].isspace() and self.text[token.end].isspace()
+        self.skipped = self.regions(r"\bstatic_assert\s*\(")
+        self.rows = self.regions(r"\bField \w+Rows\[\] = \{")
+        self.codes = self.regions(r"\benum class CommandCode : int \{")
 
     def collect(self):
         self._conditions()
@@ -196,7 +151,8 @@ class Source:
     # Numbers.
 
     def _number(self, index):
-        digits, suffix = re.fullmatch(r"(0[xX][0-9a-fA-F]+|\d+)([uUlL]*)", self.word(index)).groups()
+        digits, suffix = re.fullmatch(r"(0[xX][0-9a-fA-F]+|\d+)([uUlL]*)",
+                                      self.word(index).replace("'", "")).groups()
         value = int(digits, 0)
         form = "0x{:X}" if digits[:2] in ("0x", "0X") else "{}"
         self.add(index, index, form.format(value + 1) + suffix)
@@ -244,10 +200,28 @@ class Source:
             (comma,) = self._commas(index + 2, end - 1)
             self.add(index, end, f"malloc(({self.span(index + 2, comma - 1)}) * "
                                  f"({self.span(comma + 1, end - 1)}))", "`calloc` -> `malloc`")
+        elif name in ("min", "max") and behind in ("(", "<"):
+            self._choice_of_two(index)
+        elif name == "strnlen" and behind == "(":
+            (comma,) = self._commas(index + 2, self.close[index + 1] - 1)
+            self.add(index, self.close[index + 1], f"strlen({self.span(index + 2, comma - 1)})")
         elif name == "Uncleared" and before == "{":
             self.add(index, self.close[index + 1], "")
         elif name == "Put" and before == "." and behind == "<":
             self._stored_width(index)
+
+    def _choice_of_two(self, index):
+        """Only the one or the other argument of a minimum or maximum."""
+        begin = index + 1
+        while self.word(begin) != "(":
+            begin += 1
+        commas = self._commas(begin + 1, self.close[begin] - 1)
+        if len(commas) != 1:
+            return  # that of a type, or one of many
+        first = index - 2 if self.word(index - 1) == "::" else index
+        for argument in (self.span(begin + 1, commas[0] - 1),
+                         self.span(commas[0] + 1, self.close[begin] - 1)):
+            self.add(first, self.close[begin], f"({argument})")
 
     def _is_tested(self, index):
         """Whether the function has returned when the last argument of this call is NULL."""

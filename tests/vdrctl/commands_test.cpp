@@ -19,6 +19,7 @@ struct Kernel {
   uint32_t length = 0;  // what it says that it wrote
   bool writes = true;
   IoctlEnvelope seen{};
+  int filter = -1;
   int releasedLists = 0;
   int releasedRecords = 0;
 };
@@ -39,7 +40,8 @@ int VDRZAXIoctl(int /*request*/, IoctlEnvelope* envelope) {
   return kernel.result;
 }
 
-int VDRZAX_GetInstances(const char* /*name*/, uint8_t /*filter*/, RecordList** out) {
+int VDRZAX_GetInstances(const char* /*name*/, uint8_t filter, RecordList** out) {
+  kernel.filter = filter;
   list.count = 2;
   list.entries = records;
   *out = &list;
@@ -52,6 +54,9 @@ int VDRZAX_GetInstance(const char* /*name*/, InstanceRecord** out) {
   errno = EIO;
   return kernel.result;
 }
+
+// As for a reply without bytes: success, and nothing is written.
+int VDRZAX_GetLogLevel(uint32_t* /*value*/) { return kernel.result; }
 
 void VDRZAX_ReleaseInstances(RecordList* released) { kernel.releasedLists += released == &list; }
 
@@ -126,10 +131,37 @@ TEST(RawCommand, FailsAsTheKernelDoes) {
   EXPECT_EQ(printed.text, "");
 }
 
+TEST(Reading, ShowsZeroForANumberThatTheReplyDidNotHold) {
+  kernel = {};
+  EXPECT_EQ(CarryOut({"log-level", "get"}).text, "0\n");
+}
+
+// What the compiler asserted of each row, and that it would have noticed.
+TEST(Rows, TakeTheirParametersAndNoOthers) {
+  for (const vdrctl::Family* family : vdrctl::kFamilies) {
+    for (const vdrctl::Command& command : family->commands) {
+      const auto parameters = command.Parameters();
+      EXPECT_TRUE(command.handler.Takes(parameters)) << command.summary;
+      std::vector<vdrctl::Parameter> others(parameters.begin(), parameters.end());
+      for (vdrctl::Parameter& other : others) {
+        const vdrctl::Parameter right = other;
+        other = vdrctl::NumberOf<uint16_t>(right.name, right.meaning);
+        EXPECT_FALSE(command.handler.Takes(others)) << command.summary << ' ' << right.name;
+        other = right;
+      }
+      others.push_back(vdrctl::kInstanceName);
+      EXPECT_FALSE(command.handler.Takes(others)) << command.summary;
+    }
+  }
+}
+
 TEST(Reading, GivesAListBackOnce) {
   kernel = {};
   EXPECT_EQ(CarryOut({"--json", "instance", "list"}).result, 0);
   EXPECT_EQ(kernel.releasedLists, 1);
+  EXPECT_EQ(kernel.filter, 0);
+  CarryOut({"instance", "list", "edge-1"});
+  EXPECT_EQ(kernel.filter, 1);
 }
 
 TEST(Reading, GivesARecordBackOnce) {
@@ -141,6 +173,7 @@ TEST(Reading, GivesARecordBackOnce) {
 // What a failed getter leaves behind must not be touched.
 TEST(Reading, GivesNothingBackAfterAFailure) {
   kernel = {.result = -1};
+  EXPECT_EQ(CarryOut({"log-level", "get"}).result, -1);
   EXPECT_EQ(CarryOut({"instance", "list"}).result, -1);
   EXPECT_EQ(CarryOut({"instance", "show", "edge-1"}).result, -1);
   EXPECT_EQ(kernel.releasedLists, 0);

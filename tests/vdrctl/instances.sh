@@ -17,6 +17,11 @@ unknown show
 unknown delete
 expect 1 '' 'vdrctl: instance tune edge-1 mtu 5: No such file or directory (ENOENT)' \
   "$vdrctl" instance tune edge-1 mtu 5
+expect 1 '' "vdrctl: instance show '': Invalid argument (EINVAL)" "$vdrctl" instance show ''
+# The device may get any descriptor, the first one too.
+without_input() { "$vdrctl" "$@" <&-; }
+expect 1 '' 'vdrctl: instance delete edge-1: No such file or directory (ENOENT)' \
+  without_input instance delete edge-1
 export USE_UPGRADE_DEV=
 unknown delete
 unset USE_UPGRADE_DEV

@@ -133,6 +133,19 @@ TEST(Tables, ShowEntriesInTheirShortForm) {
             "blue  {name=a size=7} {name=bc size=256}   254\n");
 }
 
+TEST(Tables, ShowAnArrayOfNumbersAtTheLeft) {
+  constexpr auto kColumns = vdrctl::Columns(kEveryKind, {"halves", "byte"});
+  auto bytes = EveryKind();
+  bytes.insert(bytes.end(), bytes.begin(), bytes.end());
+  bytes[53 + 19] = 0xff;
+  Output out(Output::Form::Tables);
+  out.List(kEveryKind, kColumns, bytes.data(), 2);
+  EXPECT_EQ(out.text(),
+            "halves       byte\n"
+            "1 256 0       254\n"
+            "65281 256 0   254\n");
+}
+
 TEST(Records, AreALineAField) {
   EXPECT_EQ(EveryKindRecord(Output::Form::Tables, EveryKind()),
             "byte       254\n"

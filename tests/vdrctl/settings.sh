@@ -23,6 +23,8 @@ for setting in log-level extended-log-level stats-level tx-dispatch-queue-size; 
   expect 0 4294967295 '' "$vdrctl" $setting get
   expect 0 '' '' "$vdrctl" --json $setting set 0x1F
   expect 0 31 '' "$vdrctl" $setting get
+  expect 0 '' '' "$vdrctl" $setting set 0X2e
+  expect 0 46 '' "$vdrctl" $setting get
   expect 0 '' '' "$vdrctl" $setting set 010
   expect 0 10 '' "$vdrctl" $setting get
   expect 2 '' "vdrctl: VALUE: '4294967296' is not a number from 0 to 4294967295

@@ -11,6 +11,12 @@ expect 1 '' "$full" to_full_device log-level get
 expect 1 '' "$full" to_full_device command 9 --capacity 4
 expect 1 '' "$full" to_full_device command 9 --capacity 4 --output -
 
+# A result beyond the buffer of a stream fails before its end.
+for number in 1 2 3 4 5 6 7 8; do
+  expect 0 '' '' "$vdrctl" instance set "edge-$number"
+done
+expect 1 '' "$full" to_full_device --json instance list
+
 # A command that prints nothing has nothing to lose.
 expect 0 '' '' to_full_device log-level set 3
 expect 0 3 '' "$vdrctl" log-level get
