@@ -145,6 +145,23 @@ TEST(Run, LeavesClosedWhatWasClosed) {
   }
 }
 
+// Either there are too few to begin, and one line says so, or they suffice to the end.
+TEST(Run, EndsHoweverFewDescriptorsItMayHave) {
+  for (int few = 4; few <= 20; ++few) {
+    const Result result =
+        Execute({"sh", "-c",
+                 "ulimit -n " + std::to_string(few) +
+                     "; exec vdrsim run -- sh -c '(sleep 0.1; $CLIENT level) & exit 5'"});
+    if (result.exitStatus == 2) {
+      ExpectUnusable(result, "vdrsim: cannot ");
+      EXPECT_NE(result.output.find(": Too many open files\n"), std::string::npos) << result.output;
+    } else {
+      EXPECT_EQ(result.exitStatus, 5) << few;
+      EXPECT_TRUE(result.leftNobody) << few;
+    }
+  }
+}
+
 // What a container or an old kernel withholds, by call and errno value, and what is said about it.
 struct Withheld {
   std::vector<std::string> refusal;

@@ -122,7 +122,7 @@ static void kill_clients(int count) {
   }
 }
 
-static int kill_many(int count) {
+static int kill_many(int count, int allowed_growth) {
   const pid_t supervisor = getppid();
   for (int i = 0; i < 500; ++i) {
     char name[16];
@@ -135,15 +135,15 @@ static int kill_many(int count) {
   kill_clients(count);
   // One call may be on its way.
   EXPECT(open_descriptors(supervisor) <= descriptors + 1);
-  EXPECT(resident_memory(supervisor) <= memory + 512);
+  EXPECT(resident_memory(supervisor) <= memory + allowed_growth);
   uint32_t level = 9;
   EXPECT(get_word(open(NORMAL_NODE, O_RDWR), 9, &level) == 0 && level == 0);
   return 0;
 }
 
-// crowd share PROCESSES THREADS | kill CLIENTS
+// crowd share PROCESSES THREADS | kill CLIENTS KILOBYTES
 int main(int argc, char** argv) {
   if (argc == 4 && strcmp(argv[1], "share") == 0) return share(atoi(argv[2]), atoi(argv[3]));
-  if (argc == 3 && strcmp(argv[1], "kill") == 0) return kill_many(atoi(argv[2]));
+  if (argc == 4 && strcmp(argv[1], "kill") == 0) return kill_many(atoi(argv[2]), atoi(argv[3]));
   return 2;
 }

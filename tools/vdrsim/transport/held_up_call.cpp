@@ -46,11 +46,17 @@ HeldUpCall::HeldUpCall(int listener)
 bool HeldUpCall::Receive() {
   // The kernel takes none that is not clear.
   call_.Clear();
+  process_ = 0;
   return seccomp_notify_receive(listener_, call_.operator->()) == 0;
 }
 
-// To look it up takes long, to ask whether it is what it was the last time does not.
 pid_t HeldUpCall::Process() {
+  if (process_ == 0) process_ = FindProcess();
+  return process_;
+}
+
+// To look it up takes long, to ask whether it is what it was the last time does not.
+pid_t HeldUpCall::FindProcess() {
   if (IsOf(thread(), thread())) return thread();
   pid_t& process = processes_[static_cast<size_t>(thread()) % processes_.size()];
   if (!IsOf(thread(), process)) {

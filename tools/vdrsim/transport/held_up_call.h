@@ -39,6 +39,7 @@ class HeldUpCall {
   void ReturnDescriptor(int descriptor, uint32_t flags);
 
  private:
+  pid_t FindProcess();
   void Respond(int error, uint32_t flags);
 
   // As long as the running kernel says, which may be longer than in these headers.
@@ -55,6 +56,7 @@ class HeldUpCall {
   int listener_;
   Extended<seccomp_notif> call_;
   Extended<seccomp_notif_resp> response_;
+  pid_t process_ = 0;  // of this call, where it is known
   // The processes of the threads that called last.
   std::array<pid_t, 64> processes_{};
 };

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <charconv>
 #include <string_view>
+#include <utility>
 
 #include "proc_path.h"
 #include "start_failure.h"
@@ -42,10 +43,12 @@ void ForEachNumber(int file, const Use& use) {
 Members::Members()
     : children_(
           open(ProcPath("/proc/self/task/{}/children", getpid()).c_str(), O_RDONLY | O_CLOEXEC)) {
-  const auto filters = StatusFile::Of(getpid()).Number(kFilters);
-  if (!children_ || !filters) {
-    FailStart("cannot look at the children of this process", errno, "/proc must be mounted");
-  }
+  constexpr const char* kWhat = "cannot look at the children of this process";
+  if (!children_) FailStart(kWhat, errno);
+  const StatusFile own = StatusFile::Of(getpid());
+  if (!own) FailStart(kWhat, errno);
+  const auto filters = own.Number(kFilters);
+  if (!filters) FailStart(kWhat, ENOSYS, "it takes Linux 5.14 or later with CONFIG_SECCOMP_FILTER");
   ownFilters_ = *filters;
 }
 

@@ -1,0 +1,78 @@
+#include "subject.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <stdexcept>
+#include <system_error>
+
+Subject::Subject(const std::vector<std::string>& arguments) {
+  int orders[2];
+  int times[2];
+  if (pipe2(orders, O_CLOEXEC) != 0 || pipe2(times, O_CLOEXEC) != 0) {
+    throw std::system_error(errno, std::generic_category(), "pipe2");
+  }
+  std::vector<char*> pointers;
+  for (const std::string& text : arguments) pointers.push_back(const_cast<char*>(text.c_str()));
+  pointers.push_back(nullptr);
+  process_ = fork();
+  if (process_ == 0) {
+    dup2(orders[0], STDIN_FILENO);
+    dup2(times[1], STDOUT_FILENO);
+    execvp(pointers[0], pointers.data());
+    _exit(127);
+  }
+  close(orders[0]);
+  close(times[1]);
+  orders_ = fdopen(orders[1], "w");
+  times_ = fdopen(times[0], "r");
+  works_ = ReadTime().has_value();
+}
+
+Subject::~Subject() {
+  (void)std::fclose(orders_);
+  (void)std::fclose(times_);
+  waitpid(process_, nullptr, 0);
+}
+
+double Subject::Measure(int count) {
+  (void)std::fprintf(orders_, "%d\n", count);
+  (void)std::fflush(orders_);
+  const auto time = ReadTime();
+  if (!time) throw std::runtime_error("what was measured has ended");
+  return *time / count;
+}
+
+std::optional<double> Subject::ReadTime() {
+  double time = 0;
+  if (std::fscanf(times_, "%lf", &time) != 1) return std::nullopt;
+  return time;
+}
+
+namespace {
+
+double Quantile(std::vector<double> values, double part) {
+  std::ranges::sort(values);
+  return values[static_cast<size_t>(part * static_cast<double>(values.size() - 1))];
+}
+
+}  // namespace
+
+Comparison Compare(Subject& subject, Subject& floor, int count, int rounds) {
+  std::vector<double> own;
+  std::vector<double> least;
+  std::vector<double> ratios;
+  subject.Measure(count);
+  floor.Measure(count);
+  for (int round = 0; round < rounds; ++round) {
+    if (round % 2 == 0) own.push_back(subject.Measure(count));
+    least.push_back(floor.Measure(count));
+    if (round % 2 != 0) own.push_back(subject.Measure(count));
+    ratios.push_back(own.back() / least.back());
+  }
+  return {Quantile(own, 0.5), Quantile(least, 0.5), Quantile(ratios, 0.5), Quantile(ratios, 0.25),
+          Quantile(ratios, 0.75)};
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <vector>
+
+// A program that does a piece of work as often as it is told, in a run or outside.
+class Subject {
+ public:
+  explicit Subject(const std::vector<std::string>& arguments);
+  Subject(const Subject&) = delete;
+  ~Subject();
+
+  // Whether the work can be done at all.
+  bool works() const { return works_; }
+
+  // The nanoseconds of one out of `count`.
+  double Measure(int count);
+
+ private:
+  std::optional<double> ReadTime();
+
+  pid_t process_ = -1;
+  std::FILE* orders_ = nullptr;
+  std::FILE* times_ = nullptr;
+  bool works_ = false;
+};
+
+// How long two subjects take, in turn; the ratio is the median of the ratios of the rounds.
+struct Comparison {
+  double nanoseconds;       // of the first, its median
+  double floorNanoseconds;  // of the second
+  double ratio;
+  double lowerQuartile;
+  double upperQuartile;
+};
+Comparison Compare(Subject& subject, Subject& floor, int count, int rounds);
