@@ -13,7 +13,7 @@ using library::Subject;
 
 std::vector<Subject> AllSubjects() {
   std::vector<Subject> all;
-  for (auto family : {library::InstanceSubjects, library::LifSubjects}) {
+  for (auto family : {library::InstanceSubjects, library::LifSubjects, library::RouteSubjects}) {
     for (Subject& subject : family()) all.push_back(std::move(subject));
   }
   return all;

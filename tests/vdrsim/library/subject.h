@@ -65,5 +65,6 @@ std::string Numbered(const std::string& kind, int number);
 // A file a family.
 std::vector<Subject> InstanceSubjects();
 std::vector<Subject> LifSubjects();
+std::vector<Subject> RouteSubjects();
 
 }  // namespace library

@@ -8,6 +8,7 @@
 
 #include "datapath/instance_handlers.h"
 #include "datapath/lif_handlers.h"
+#include "datapath/route_handlers.h"
 #include "requests/input.h"
 
 namespace vdrsim {

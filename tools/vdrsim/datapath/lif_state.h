@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "datapath/counters.h"
+#include "datapath/neighbour_state.h"
 #include "requests/input.h"
 
 namespace vdrsim {
@@ -52,6 +53,11 @@ struct Lif {
   uint32_t mtu = 0;
   std::vector<LifAddress> addresses{};
   std::vector<RelayServer> relayServers{};
+
+  Neighbours arps{};
+  Neighbours proxyArps{};
+  Neighbours ipv6Neighbours{};
+  Neighbours ipv6Proxies{};
 
   Counters counters{};
   Counts cachedCounts{};

@@ -5,6 +5,7 @@
 
 #include "datapath/counters.h"
 #include "datapath/lif_state.h"
+#include "datapath/route_state.h"
 #include "datapath/table.h"
 
 // All that the simulated datapath remembers: plain values, one structure an object, keyed by what
@@ -32,6 +33,8 @@ struct Instance {
 
   Table<std::string, Lif> lifs{};
   Table<std::string, Lif> bridgeLifs{};
+  Table<RouteKey, Route> routes{};
+  Table<Ipv6RouteKey, Ipv6Route> ipv6Routes{};
 
   Counters counters{};
 

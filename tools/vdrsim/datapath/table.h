@@ -100,6 +100,12 @@ class Table {
 
   void Clear() { map_ = {}; }
 
+  // Does `action` on each object.
+  template <typename Action>
+  void ForEach(const Action& action) {
+    for (auto& [key, object] : map_.Write()) action(object);
+  }
+
   bool operator==(const Table&) const = default;
 
  private:

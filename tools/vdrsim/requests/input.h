@@ -64,6 +64,11 @@ class InputOf {
     return {first, strnlen(first, field.size())};
   }
 
+  // A name that need not be given, and is empty then.
+  std::optional<std::string_view> OptionalName(TextRow row) const {
+    return Text(row).empty() ? std::string_view() : ObjectName(row);
+  }
+
   // The text that says which object is meant. An empty one names nothing, and one without
   // terminator can't come from a well-behaved caller.
   std::optional<std::string_view> ObjectName(TextRow row) const {
