@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "datapath/datapath.h"
@@ -142,6 +143,12 @@ TEST_P(SimulatedNeighbours, TheyDieWithTheirLifAndWithTheirInstance) {
   ASSERT_EQ(Do(3, Block("edge-1")), 0);
   ASSERT_EQ(Do(2, Block("edge-1")), 0);
   EXPECT_TRUE(List().reply.empty());
+}
+
+TEST_P(SimulatedNeighbours, TheyStayWhenTheirLifIsUpdated) {
+  ASSERT_EQ(Set(NeighbourBlock(kind_, 7)), 0);
+  ASSERT_EQ(Do(19, Block("edge-1").Text(384, "uplink").U32(512, 9)), 0);
+  EXPECT_EQ(Difference(List(), Record(kind_, 7)), "");
 }
 
 TEST_P(SimulatedNeighbours, WhatIsNotNamedOrNotThereIsRefused) {
