@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "datapath/bridge_handlers.h"
 #include "datapath/instance_handlers.h"
 #include "datapath/lif_handlers.h"
 #include "datapath/route_handlers.h"

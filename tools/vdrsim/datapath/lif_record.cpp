@@ -9,12 +9,6 @@ namespace {
 
 using LifWriter = RecordWriter<vdrzax::kLifRecord>;
 
-uint64_t NumberOf(std::span<const std::byte> bytes) {
-  uint64_t number = 0;
-  std::memcpy(&number, bytes.data(), bytes.size());
-  return number;
-}
-
 // The record has no place for a hardware address, but two numbers that are six bytes together.
 void ShowExtra(LifWriter record, const MacAddress& extra) {
   const std::span<const std::byte> bytes(extra);

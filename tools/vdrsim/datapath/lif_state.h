@@ -6,8 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "datapath/bridge_state.h"
 #include "datapath/counters.h"
 #include "datapath/neighbour_state.h"
+#include "datapath/table.h"
 #include "requests/input.h"
 
 namespace vdrsim {
@@ -53,6 +55,7 @@ struct Lif {
   uint32_t mtu = 0;
   std::vector<LifAddress> addresses{};
   std::vector<RelayServer> relayServers{};
+  Table<std::string, BridgeEndpoint> endpoints{};  // of a bridge LIF
 
   Neighbours arps{};
   Neighbours proxyArps{};

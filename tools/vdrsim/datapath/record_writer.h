@@ -12,6 +12,13 @@
 
 namespace vdrsim {
 
+// What up to eight bytes are as a number.
+inline uint64_t NumberOf(std::span<const std::byte> bytes) {
+  uint64_t number = 0;
+  std::memcpy(&number, bytes.data(), bytes.size());
+  return number;
+}
+
 // Sets fields of one record of zeros by their names in the layout. A name that the layout does not
 // have, or that is a field of another kind, does not compile.
 template <const vdrzax::RecordLayout& Layout>
@@ -90,5 +97,14 @@ class RecordWriter {
 
   std::span<std::byte> record_;
 };
+
+// A hardware address where a record has no place for one, but a number of four bytes and after it
+// one of two.
+template <const vdrzax::RecordLayout& Layout>
+void ShowMac(RecordWriter<Layout> record, typename RecordWriter<Layout>::NumberRow first,
+             typename RecordWriter<Layout>::NumberRow second, const MacAddress& mac) {
+  const std::span<const std::byte> bytes(mac);
+  record.Number(first, NumberOf(bytes.first(4))).Number(second, NumberOf(bytes.subspan(4)));
+}
 
 }  // namespace vdrsim

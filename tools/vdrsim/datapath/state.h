@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
+#include "datapath/bridge_state.h"
 #include "datapath/counters.h"
 #include "datapath/lif_state.h"
 #include "datapath/route_state.h"
@@ -35,6 +37,7 @@ struct Instance {
   Table<std::string, Lif> bridgeLifs{};
   Table<RouteKey, Route> routes{};
   Table<Ipv6RouteKey, Ipv6Route> ipv6Routes{};
+  Bridging bridging{};
 
   Counters counters{};
 
@@ -50,6 +53,10 @@ struct State {
   uint32_t statsLevel = 0;
   uint32_t txDispatchQueueSize = 0;
   bool preUnloadAnnounced = false;
+
+  Table<std::string, BridgeCluster> bridgeClusters{};
+  Table<std::string, BfdPortConnection> bfdPortConnections{};
+  std::optional<TransportNode> transportNode{};
 
   Counters counters{};
 

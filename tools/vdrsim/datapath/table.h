@@ -100,10 +100,16 @@ class Table {
 
   void Clear() { map_ = {}; }
 
-  // Does `action` on each object.
-  template <typename Action>
-  void ForEach(const Action& action) {
-    for (auto& [key, object] : map_.Write()) action(object);
+  // Deletes the objects of which `isMeant` is true.
+  template <typename Predicate>
+  void DeleteIf(const Predicate& isMeant) {
+    std::erase_if(map_.Write(), [&](const auto& entry) { return isMeant(entry.second); });
+  }
+
+  // Changes each object.
+  template <typename Change>
+  void ForEach(const Change& change) {
+    for (auto& [key, object] : map_.Write()) change(object);
   }
 
   bool operator==(const Table&) const = default;

@@ -1,0 +1,81 @@
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <string_view>
+
+#include "bridge/bridge_fdb_record.h"
+#include "datapath/answers.h"
+#include "datapath/bridge_handlers.h"
+#include "datapath/bridge_objects.h"
+
+namespace vdrsim {
+
+namespace {
+
+using vdrzax::kBridgeFdbRecord;
+using FdbEntries = Table<MacAddress, FdbEntry>;
+
+// What a list of a table has room for. Of the tables themselves there is no list.
+constexpr size_t kMostEntries = 10240;
+constexpr size_t kMostTables = std::numeric_limits<size_t>::max();
+
+// Six groups of two hexadecimal digits, separated by colons or dashes.
+std::optional<MacAddress> MacFrom(std::string_view text) {
+  MacAddress mac{};
+  if (text.size() != mac.size() * 3 - 1) return std::nullopt;
+  for (size_t group = 0; group < mac.size(); ++group) {
+    const std::string_view digits = text.substr(group * 3, 2);
+    const std::string_view separator = text.substr(group * 3 + 2, 1);
+    uint8_t byte = 0;
+    const auto [end, error] = std::from_chars(digits.begin(), digits.end(), byte, 16);
+    if (error != std::errc{} || end != digits.end()) return std::nullopt;
+    if (!separator.empty() && separator != ":" && separator != "-") return std::nullopt;
+    mac[group] = std::byte{byte};
+  }
+  return mac;
+}
+
+template <size_t Index>
+FdbTableName TableName(const InputOf<Index>& input) {
+  return {.segment = input.Word("segment"), .selector = input.Word("selector")};
+}
+
+}  // namespace
+
+Answer Handle(const State& state, const Input<"GetBridgeFdbEntries">& input) {
+  return OnBridging(state, input, [&](const Bridging& bridging) {
+    const FdbTableName name = TableName(input);
+    const FdbEntries* entries = bridging.forwarding.Find(name);
+    return TableAnswer<kBridgeFdbRecord>(
+        entries ? *entries : FdbEntries{},
+        [name](auto record, const MacAddress& mac, const FdbEntry& entry) {
+          ShowMac(record, "word0", "half4", mac);
+          record.Number("half6", name.segment)
+              .Number("triple8", name.segment >> 16)
+              .Number("flags", entry.flag)
+              .Number("word12", entry.value)
+              .Number("word16", name.selector);
+        });
+  });
+}
+
+int Handle(State& state, const Input<"BridgeSetFdbEntry">& input) {
+  return OnBridging(state, input, [&](Bridging& bridging) {
+    const auto mac = MacFrom(input.Text("macText"));
+    if (!mac) return EINVAL;
+    return bridging.forwarding.Set(TableName(input), kMostTables, [&](FdbEntries& entries) {
+      return entries.Set(*mac, kMostEntries, [&](FdbEntry& entry) {
+        entry = {.value = input.Word("value"), .flag = input.Byte("flag")};
+        return 0;
+      });
+    });
+  });
+}
+
+// One that is empty can be cleared as well.
+int Handle(State& state, const Input<"BridgeClearFdbTable">& input) {
+  return OnBridging(state, input,
+                    [&](Bridging& bridging) { bridging.forwarding.Delete(TableName(input)); });
+}
+
+}  // namespace vdrsim
