@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <string>
 
 namespace {
@@ -12,7 +13,10 @@ namespace {
 // One of the standard streams leads elsewhere while this is there.
 class Redirected {
  public:
-  Redirected(int stream, int other) : stream_(stream), saved_(dup(stream)) { dup2(other, stream); }
+  Redirected(int stream, int other) : stream_(stream), saved_(dup(stream)) {
+    EXPECT_EQ(std::fflush(stdout), 0) << "what was printed before belongs there";
+    dup2(other, stream);
+  }
   ~Redirected() {
     dup2(saved_, stream_);
     close(saved_);
