@@ -1,6 +1,5 @@
 // guarded [--seconds SECONDS] COMMAND...: runs a system test so that nothing of it is left, and not for
-// ever. Which node the user's environment asks for is nothing to a test, and a device of the host's own,
-// to which nothing comes from a run, is no reason not to have one.
+// ever. Which node the user's environment asks for is nothing to a test.
 #include <unistd.h>
 
 #include <cerrno>
@@ -24,7 +23,6 @@ int main(int /*count*/, char** arguments) {
   }
   guard::Contain(seconds);
   unsetenv("USE_UPGRADE_DEV");
-  setenv("VDRSIM_BESIDE_REAL_DEVICE", "1", 1);
   execvp(command[0], command);
   (void)std::fprintf(stderr, "guarded: %s: %s\n", command[0], std::strerror(errno));
   return 127;

@@ -98,6 +98,19 @@ expect 1 '' 'vdrctl: instance show \x07: No such file or directory (ENOENT)' \
   "$vdrctl" instance show "$(printf '\007')"
 expect 0 '' '' "$vdrctl" instance delete "$(printf 'e\033[2J')"
 
+# What the locale shows is shown, and takes the columns that it takes; what nobody would see is not.
+"$vdrctl" instance set "$(printf '\303\251\344\270\255')"
+in_locale() { LC_ALL=$1 && export LC_ALL && shift && "$vdrctl" "$@"; }
+expect 0 'name  word64
+é中        0' '' in_locale C.UTF-8 instance list --columns name,word64
+expect 0 'name                  word64
+\xc3\xa9\xe4\xb8\xad       0' '' in_locale C instance list --columns name,word64
+expect 0 '' '' "$vdrctl" instance delete '\xc3\xa9\xe4\xb8\xad'
+"$vdrctl" instance set "$(printf 'a\342\200\256\314\201')"
+expect 0 'a\xe2\x80\xae\xcc\x81' '' \
+  in_locale C.UTF-8 instance list --columns name --no-header
+expect 0 '' '' "$vdrctl" instance delete 'a\xe2\x80\xae\xcc\x81'
+
 # 63 bytes are a name.
 long=123456789012345678901234567890123456789012345678901234567890123
 expect 0 '' '' "$vdrctl" instance set $long

@@ -21,7 +21,7 @@ vdrctl=$1
 missing() {
   words=$*
   node=/qorv/devices/char/zaxdriver/ryn_vdr${USE_UPGRADE_DEV+_ugrade}
-  expect 1 '' "vdrctl: $words: No such file or directory (ENOENT)
+  expect 3 '' "vdrctl: $words: No such file or directory (ENOENT)
 hint: $node cannot be opened: is the kernel module loaded? Without it, try vdrsim run -- vdrctl ..." \
     "$vdrctl" "$@"
 }
@@ -44,7 +44,7 @@ missing instance list
 # Without a standard error, too.
 to_closed_error() { "$vdrctl" "$@" 2>&-; }
 to_full_error() { "$vdrctl" "$@" 2>/dev/full; }
-expect 1 '' '' to_closed_error instance list
-expect 1 '' '' to_full_error instance list
+expect 3 '' '' to_closed_error instance list
+expect 3 '' '' to_full_error instance list
 
 finish

@@ -1,17 +1,25 @@
-#include "output.h"
+#include "output/output.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
 
+#include "output/text.h"
+
 namespace {
 
+// What is printable is a matter of the locale.
+[[maybe_unused]] const int kLocale = setenv("LC_ALL", "C", 1);
+
 using vdrctl::Escaped;
-using vdrctl::HexDump;
 using vdrctl::Output;
+using vdrctl::Presentation;
+using vdrctl::Reply;
+using vdrctl::Writer;
 using vdrzax::Bytes;
 using vdrzax::Entries;
 using vdrzax::Field;
@@ -28,7 +36,6 @@ using vdrzax::U8;
 
 constexpr Field kPairRows[] = {Text("name", 0, 4), U16("size", 4)};
 constexpr RecordLayout kPair{"Pair", 6, kPairRows};
-constexpr auto kPairColumns = vdrctl::Columns(kPair, {"name", "size"});
 
 constexpr Field kEveryKindRows[] = {
     U8("byte", 0),
@@ -62,24 +69,39 @@ std::vector<uint8_t> EveryKind() {
           2};                                              // pairCount
 }
 
-std::string PairList(Output::Form form, const std::string& bytes) {
-  Output out(form);
-  out.List(kPair, kPairColumns, bytes.data(), bytes.size() / 6);
-  return out.text();
+constexpr Presentation kTables{};
+const Presentation kJson{.form = Presentation::Form::Json};
+
+// What `print` prints of a reply.
+template <typename Print>
+std::string Printed(const Presentation& presentation, const Reply& reply, Print print) {
+  Writer writer;
+  Output out(presentation, reply, writer);
+  print(out);
+  return writer.text();
 }
 
-std::string EveryKindRecord(Output::Form form, const std::vector<uint8_t>& bytes) {
-  Output out(form);
-  out.Record(kEveryKind, bytes.data());
-  return out.text();
+std::string PairList(const Presentation& presentation, const std::string& bytes) {
+  return Printed(presentation, vdrctl::ListReply<kPair>(),
+                 [&](Output& out) { out.List(bytes.data(), bytes.size() / 6); });
+}
+
+std::string EveryKindRecord(const Presentation& presentation, const std::vector<uint8_t>& bytes) {
+  return Printed(presentation, vdrctl::RecordReply<kEveryKind>(),
+                 [&](Output& out) { out.Record(kEveryKind, bytes.data()); });
 }
 
 std::string TextAsJson(const std::string& text) {
   std::string record(6, '\0');
   record.replace(0, text.size(), text);
-  Output out(Output::Form::Json);
-  out.Record(kPair, record.data());
-  return out.text();
+  return Printed(kJson, vdrctl::RecordReply<kPair>(),
+                 [&](Output& out) { out.Record(kPair, record.data()); });
+}
+
+std::string HexDump(std::span<const uint8_t> bytes) {
+  Writer writer;
+  vdrctl::PutHexDump(writer, bytes);
+  return writer.text();
 }
 
 TEST(Tables, ShowTextsAtTheLeftAndNumbersAtTheRight) {
@@ -87,67 +109,90 @@ TEST(Tables, ShowTextsAtTheLeftAndNumbersAtTheRight) {
       "ab\0\0\x05\0"
       "abc\0\xff\xff",
       12);
-  EXPECT_EQ(PairList(Output::Form::Tables, bytes),
+  EXPECT_EQ(PairList(kTables, bytes),
             "name   size\n"
             "ab        5\n"
             "abc   65535\n");
 }
 
-TEST(Tables, HaveTheirHeaderWhenTheyAreEmpty) {
-  EXPECT_EQ(PairList(Output::Form::Tables, ""), "name  size\n");
-}
+TEST(Tables, HaveTheirHeaderWhenTheyAreEmpty) { EXPECT_EQ(PairList(kTables, ""), "name  size\n"); }
 
 TEST(Tables, ShowAnEmptyTextAsADash) {
-  EXPECT_EQ(PairList(Output::Form::Tables, std::string(6, '\0')),
+  EXPECT_EQ(PairList(kTables, std::string(6, '\0')),
             "name  size\n"
             "-        0\n");
 }
 
 TEST(Tables, WidenAColumnByWhatIsEscaped) {
   const std::string bytes("\x1b[m\0\x01\0", 6);
-  EXPECT_EQ(PairList(Output::Form::Tables, bytes),
+  EXPECT_EQ(PairList(kTables, bytes),
             "name    size\n"
             "\\x1b[m     1\n");
 }
 
 TEST(Tables, LeaveNoSpacesAtTheEndOfALine) {
-  constexpr auto kColumns = vdrctl::Columns(kPair, {"size", "name"});
+  const Presentation sizeFirst{.columns = {"size", "name"}};
   const std::string bytes(
       "a\0\0\0\x01\0"
       "long\x02\0",
       12);
-  Output out(Output::Form::Tables);
-  out.List(kPair, kColumns, bytes.data(), 2);
-  EXPECT_EQ(out.text(),
+  EXPECT_EQ(PairList(sizeFirst, bytes),
             "size  name\n"
             "   1  a\n"
             "   2  long\n");
 }
 
-TEST(Tables, ShowEntriesInTheirShortForm) {
-  constexpr auto kColumns = vdrctl::Columns(kEveryKind, {"text", "pairs", "byte"});
-  Output out(Output::Form::Tables);
-  out.List(kEveryKind, kColumns, EveryKind().data(), 1);
-  EXPECT_EQ(out.text(),
+TEST(Tables, ShowTheUsualColumnsOfTheirCommandAndOnRequestOthers) {
+  static constexpr const char* kUsual[] = {"text", "pairs", "byte"};
+  const auto list = [](const Presentation& presentation) {
+    return Printed(presentation, vdrctl::ListReply<kEveryKind>(kUsual),
+                   [](Output& out) { out.List(EveryKind().data(), 1); });
+  };
+  EXPECT_EQ(list(kTables),
             "text  pairs                               byte\n"
             "blue  {name=a size=7} {name=bc size=256}   254\n");
+  EXPECT_EQ(list({.columns = {"mac", "half"}}),
+            "mac                half\n"
+            "02:00:5e:10:ab:ff   258\n");
+}
+
+TEST(Tables, HaveNoHeaderOnRequest) {
+  EXPECT_EQ(PairList({.header = false}, std::string("ab\0\0\x05\0", 6)), "ab  5\n");
+}
+
+TEST(Tables, AndJsonAreSortedByAColumnAsAReaderWouldAndKeepEqualsInTheirOrder) {
+  const std::string bytes(
+      "b\0\0\0\x00\x01"
+      "c\0\0\0\x02\0"
+      "a\0\0\0\x02\0",
+      18);
+  EXPECT_EQ(PairList({.header = false, .sort = "size"}, bytes), "c    2\na    2\nb  256\n");
+  EXPECT_EQ(PairList({.header = false, .sort = "name"}, bytes), "a    2\nb  256\nc    2\n");
+  EXPECT_EQ(
+      PairList({.form = Presentation::Form::Json, .columns = {"size"}, .sort = "size"}, bytes),
+      "[{\"size\":2},{\"size\":2},{\"size\":256}]\n");
+}
+
+TEST(Tables, RefuseAColumnThatThereIsNot) {
+  EXPECT_THROW(PairList({.columns = {"nam"}}, ""), vdrctl::NoSuchColumn);
+  EXPECT_THROW(PairList({.sort = "nam"}, ""), vdrctl::NoSuchColumn);
+  EXPECT_THROW(EveryKindRecord({.sort = "byte"}, EveryKind()), vdrctl::NoSuchColumn);
+  EXPECT_THROW(Printed({.columns = {"name"}}, {}, [](Output&) {}), vdrctl::NoSuchColumn);
 }
 
 TEST(Tables, ShowAnArrayOfNumbersAtTheLeft) {
-  constexpr auto kColumns = vdrctl::Columns(kEveryKind, {"halves", "byte"});
   auto bytes = EveryKind();
   bytes.insert(bytes.end(), bytes.begin(), bytes.end());
   bytes[53 + 19] = 0xff;
-  Output out(Output::Form::Tables);
-  out.List(kEveryKind, kColumns, bytes.data(), 2);
-  EXPECT_EQ(out.text(),
+  EXPECT_EQ(Printed({.columns = {"halves", "byte"}}, vdrctl::ListReply<kEveryKind>(),
+                    [&](Output& out) { out.List(bytes.data(), 2); }),
             "halves       byte\n"
             "1 256 0       254\n"
             "65281 256 0   254\n");
 }
 
 TEST(Records, AreALineAField) {
-  EXPECT_EQ(EveryKindRecord(Output::Form::Tables, EveryKind()),
+  EXPECT_EQ(EveryKindRecord(kTables, EveryKind()),
             "byte       254\n"
             "half       258\n"
             "three      66051\n"
@@ -162,7 +207,7 @@ TEST(Records, AreALineAField) {
 }
 
 TEST(Records, AreAJsonObjectInTheOrderOfTheLayout) {
-  EXPECT_EQ(EveryKindRecord(Output::Form::Json, EveryKind()),
+  EXPECT_EQ(EveryKindRecord(kJson, EveryKind()),
             R"({"byte":254,"half":258,"three":66051,"word":4294967295,)"
             R"("long":18446744073709551615,"halves":[1,256,0],"text":"blue","bytes":"000ff0",)"
             R"("mac":"02:00:5e:10:ab:ff",)"
@@ -173,26 +218,24 @@ TEST(Records, AreAJsonObjectInTheOrderOfTheLayout) {
 TEST(Records, ShowOnlyTheEntriesThatAreCounted) {
   auto bytes = EveryKind();
   bytes[52] = 1;
-  EXPECT_NE(EveryKindRecord(Output::Form::Json, bytes)
-                .find(R"("pairs":[{"name":"a","size":7}],"pairCount":1})"),
+  EXPECT_NE(EveryKindRecord(kJson, bytes).find(R"("pairs":[{"name":"a","size":7}],"pairCount":1})"),
             std::string::npos);
-  EXPECT_NE(EveryKindRecord(Output::Form::Tables, bytes).find("pairs      {name=a size=7}\n"),
+  EXPECT_NE(EveryKindRecord(kTables, bytes).find("pairs      {name=a size=7}\n"),
             std::string::npos);
 }
 
 TEST(Records, ShowNoEntriesAsADashOrAnEmptyArray) {
   auto bytes = EveryKind();
   bytes[52] = 0;
-  EXPECT_NE(EveryKindRecord(Output::Form::Json, bytes).find(R"("pairs":[],"pairCount":0})"),
-            std::string::npos);
-  EXPECT_NE(EveryKindRecord(Output::Form::Tables, bytes).find("pairs      -\n"), std::string::npos);
+  EXPECT_NE(EveryKindRecord(kJson, bytes).find(R"("pairs":[],"pairCount":0})"), std::string::npos);
+  EXPECT_NE(EveryKindRecord(kTables, bytes).find("pairs      -\n"), std::string::npos);
 }
 
 TEST(Records, ShowNoEntriesBeyondTheirArray) {
   auto bytes = EveryKind();
   bytes[52] = 255;
   EXPECT_NE(
-      EveryKindRecord(Output::Form::Json, bytes)
+      EveryKindRecord(kJson, bytes)
           .find(R"("pairs":[{"name":"a","size":7},{"name":"bc","size":256}],"pairCount":255})"),
       std::string::npos);
 }
@@ -202,20 +245,19 @@ TEST(Json, ListsAreArraysOfObjects) {
       "ab\0\0\x05\0"
       "abc\0\xff\xff",
       12);
-  EXPECT_EQ(PairList(Output::Form::Json, bytes),
-            R"([{"name":"ab","size":5},{"name":"abc","size":65535}])"
+  EXPECT_EQ(PairList(kJson, bytes), R"([{"name":"ab","size":5},{"name":"abc","size":65535}])"
+                                    "\n");
+}
+
+TEST(Json, HasAllRowsOfARecordWhateverTheUsualColumns) {
+  static constexpr const char* kUsual[] = {"size"};
+  EXPECT_EQ(Printed(kJson, vdrctl::ListReply<kPair>(kUsual),
+                    [](Output& out) { out.List("ab\0\0\x05\0", 1); }),
+            R"([{"name":"ab","size":5}])"
             "\n");
 }
 
-TEST(Json, HasAllRowsOfARecordWhateverTheColumns) {
-  constexpr auto kColumns = vdrctl::Columns(kPair, {"size"});
-  Output out(Output::Form::Json);
-  out.List(kPair, kColumns, "ab\0\0\x05\0", 1);
-  EXPECT_EQ(out.text(), R"([{"name":"ab","size":5}])"
-                        "\n");
-}
-
-TEST(Json, AnEmptyListIsAnEmptyArray) { EXPECT_EQ(PairList(Output::Form::Json, ""), "[]\n"); }
+TEST(Json, AnEmptyListIsAnEmptyArray) { EXPECT_EQ(PairList(kJson, ""), "[]\n"); }
 
 TEST(Json, TextThatFillsItsFieldEndsWithIt) {
   EXPECT_EQ(TextAsJson("abcdef"), R"({"name":"abcd","size":26213})"
@@ -227,11 +269,15 @@ TEST(Json, TextIsWrittenInAscii) {
                                             "\n");
 }
 
-TEST(Json, BytesThatAreNotUtf8BecomeTheReplacementCharacter) {
-  EXPECT_EQ(TextAsJson("a\xff"
-                       "b\xc3"),
-            R"({"name":"a\ufffdb\ufffd","size":0})"
-            "\n");
+TEST(Json, TextThatIsNotUtf8IsEscapedAsInTablesAndSaysSo) {
+  EXPECT_EQ(TextAsJson("\\\xff\xc3"), R"({"name":"\\\\\\xff\\xc3","nameEscaped":true,"size":0})"
+                                      "\n");
+  for (const char* wrong :
+       {"\xc0\x80", "\xe0\x80\x80", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\xf8"}) {
+    EXPECT_NE(TextAsJson(wrong).find("nameEscaped"), std::string::npos) << Escaped(wrong);
+  }
+  EXPECT_EQ(TextAsJson("\xf0\x9f\x98\x80"), R"({"name":"\ud83d\ude00","size":0})"
+                                            "\n");
 }
 
 TEST(Json, QuotesAndBackslashesAreEscaped) {
@@ -239,48 +285,31 @@ TEST(Json, QuotesAndBackslashesAreEscaped) {
                                 "\n");
 }
 
-TEST(NumbersAlone, AreALineOrAnObject) {
-  Output table(Output::Form::Tables);
-  table.Number("level", 4294967295);
-  EXPECT_EQ(table.text(), "4294967295\n");
-  Output json(Output::Form::Json);
-  json.Number("level", 3);
-  EXPECT_EQ(json.text(), "{\"level\":3}\n");
+TEST(ValuesAlone, AreALineOrAnObject) {
+  const auto number = [](Output& out) { out.Number(4294967295); };
+  EXPECT_EQ(Printed(kTables, vdrctl::NumberReply("level"), number), "4294967295\n");
+  EXPECT_EQ(Printed(kJson, vdrctl::NumberReply("level"), number), "{\"level\":4294967295}\n");
+  const auto address = [](Output& out) { out.Address(0x0100000a); };
+  EXPECT_EQ(Printed(kTables, vdrctl::AddressReply("address"), address), "10.0.0.1\n");
+  EXPECT_EQ(Printed(kJson, vdrctl::AddressReply("to"), address), "{\"to\":\"10.0.0.1\"}\n");
+  const auto mac = [](Output& out) { out.Mac(std::vector<uint8_t>{2, 0, 0x5e, 0x10, 0xab, 0xff}); };
+  EXPECT_EQ(Printed(kTables, vdrctl::MacReply("mac"), mac), "02:00:5e:10:ab:ff\n");
+  EXPECT_EQ(Printed(kJson, vdrctl::MacReply("mac"), mac), "{\"mac\":\"02:00:5e:10:ab:ff\"}\n");
 }
 
-TEST(Replies, AreDumpedOrGivenAsHexadecimal) {
+TEST(Replies, AreDumpedOrGivenAsHexadecimalBesideTheKernelsLength) {
   const uint8_t bytes[] = {0x00, 0x41, 0xff};
-  Output table(Output::Form::Tables);
-  table.Reply(3, bytes);
-  EXPECT_EQ(table.text(), "00000000  00 41 ff                                         |.A.|\n");
-  Output json(Output::Form::Json);
-  json.Reply(3, bytes);
-  EXPECT_EQ(json.text(), "{\"length\":3,\"bytes\":\"0041ff\"}\n");
-}
-
-TEST(Replies, GiveTheKernelsLengthBesideTheBytesThatAreThere) {
-  const uint8_t bytes[] = {0x01};
-  Output json(Output::Form::Json);
-  json.Reply(4000000000, bytes);
-  EXPECT_EQ(json.text(), "{\"length\":4000000000,\"bytes\":\"01\"}\n");
+  const auto reply = [&](Output& out) { out.Bytes(4000000000, bytes); };
+  EXPECT_EQ(Printed(kTables, vdrctl::BytesReply(), reply),
+            "00000000  00 41 ff                                         |.A.|\n");
+  EXPECT_EQ(Printed(kJson, vdrctl::BytesReply(), reply),
+            "{\"length\":4000000000,\"bytes\":\"0041ff\"}\n");
 }
 
 TEST(Replies, WithoutBytesShowNothingInATable) {
-  Output table(Output::Form::Tables);
-  table.Reply(0, {});
-  EXPECT_EQ(table.text(), "");
-  Output json(Output::Form::Json);
-  json.Reply(0, {});
-  EXPECT_EQ(json.text(), "{\"length\":0,\"bytes\":\"\"}\n");
-}
-
-TEST(Replies, AreRawBytesOnRequestInEitherForm) {
-  const uint8_t bytes[] = {0x00, 0x41, 0xff};
-  for (const auto form : {Output::Form::Tables, Output::Form::Json}) {
-    Output out(form);
-    out.Raw(bytes);
-    EXPECT_EQ(out.text(), std::string("\0A\xff", 3));
-  }
+  const auto reply = [](Output& out) { out.Bytes(0, {}); };
+  EXPECT_EQ(Printed(kTables, vdrctl::BytesReply(), reply), "");
+  EXPECT_EQ(Printed(kJson, vdrctl::BytesReply(), reply), "{\"length\":0,\"bytes\":\"\"}\n");
 }
 
 TEST(HexDumps, HaveSixteenBytesALine) {
@@ -292,6 +321,12 @@ TEST(HexDumps, HaveSixteenBytesALine) {
   bytes.pop_back();
   EXPECT_EQ(HexDump(bytes),
             "00000000  1f 20 21 22 23 24 25 26 27 28 29 2a 2b 2c 2d 2e  |. !\"#$%&'()*+,-.|\n");
+}
+
+TEST(HexDumps, ShowOfEqualLinesTheFirstAndTheLast) {
+  const std::vector<uint8_t> bytes(64, 0x41);
+  const std::string line = "41 41 41 41 41 41 41 41 41 41 41 41 41 41 41 41  |AAAAAAAAAAAAAAAA|\n";
+  EXPECT_EQ(HexDump(bytes), "00000000  " + line + "*\n00000030  " + line);
 }
 
 TEST(HexDumps, ShowDeleteAndHighBytesAsDots) {

@@ -76,6 +76,9 @@ expect 1 '' 'vdrctl: /dev/full: No space left on device (ENOSPC)' "$vdrctl" comm
 # What the datapath does not know, or does not take, fails with its errno.
 expect 1 '' 'vdrctl: command 2147483647: Inappropriate ioctl for device (ENOTTY)' \
   "$vdrctl" command 2147483647
-expect 1 '' 'vdrctl: command 9: Invalid argument (EINVAL)' "$vdrctl" --json command 9
+expect 1 '' 'vdrctl: command 9: Invalid argument (EINVAL)' "$vdrctl" command 9
+expect 1 '' \
+  '{"status":1,"error":{"command":"command 9","message":"Invalid argument","errno":"EINVAL"}}' \
+  "$vdrctl" --json command 9
 
 finish

@@ -6,7 +6,8 @@ vdrctl=$1
 to_full_device() { "$vdrctl" "$@" >/dev/full; }
 full='vdrctl: standard output: No space left on device (ENOSPC)'
 expect 1 '' "$full" to_full_device instance list
-expect 1 '' "$full" to_full_device --json instance list
+expect 1 '' '{"status":1,"error":{"command":"standard output","message":"No space left on device","errno":"ENOSPC"}}' \
+  to_full_device --json instance list
 expect 1 '' "$full" to_full_device log-level get
 expect 1 '' "$full" to_full_device command 9 --capacity 4
 expect 1 '' "$full" to_full_device command 9 --capacity 4 --output -
@@ -15,7 +16,8 @@ expect 1 '' "$full" to_full_device command 9 --capacity 4 --output -
 for number in 1 2 3 4 5 6 7 8; do
   expect 0 '' '' "$vdrctl" instance set "edge-$number"
 done
-expect 1 '' "$full" to_full_device --json instance list
+expect 1 '' '{"status":1,"error":{"command":"standard output","message":"No space left on device","errno":"ENOSPC"}}' \
+  to_full_device --json instance list
 
 # A command that prints nothing has nothing to lose.
 expect 0 '' '' to_full_device log-level set 3

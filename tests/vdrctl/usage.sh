@@ -14,22 +14,23 @@ Try '$words --help'" "$vdrctl" "$@"
 }
 
 wrong vdrctl "'vdrctl' is not a complete command"
-wrong vdrctl "'vdrctl' is not a complete command" --json
+expect 2 '' '{"status":2,"error":{"message":"'"'vdrctl'"' is not a complete command","hint":"Try '"'vdrctl --help'"'"}}' \
+  "$vdrctl" --json
 wrong vdrctl "'vdrctl' has no 'frob'" frob
 wrong vdrctl "'vdrctl' has no '--frob'" --frob
 wrong vdrctl "'vdrctl' has no '\\x1b'" "$(printf '\033')"
 wrong 'vdrctl instance' "'vdrctl instance' is not a complete command" instance
 wrong 'vdrctl instance' "'vdrctl instance' has no 'frob'" instance frob edge-1
-wrong 'vdrctl instance list' 'The following argument was not expected: --frob' instance list --frob
-wrong 'vdrctl instance show' 'NAME is required' instance show
-wrong 'vdrctl instance delete' 'NAME is required' instance delete
-wrong 'vdrctl instance set' 'NAME is required' instance set --second 1
+wrong 'vdrctl instance list' "'vdrctl instance list' has no option '--frob'" instance list --frob
+wrong 'vdrctl instance show' 'INSTANCE is required' instance show
+wrong 'vdrctl instance delete' 'INSTANCE is required' instance delete
+wrong 'vdrctl instance set' 'INSTANCE is required' instance set --second 1
 wrong 'vdrctl instance tune' 'VALUE is required' instance tune edge-1 mtu
-wrong 'vdrctl instance show' 'The following argument was not expected: edge-2' \
+wrong 'vdrctl instance show' "'vdrctl instance show' takes no further argument: 'edge-2'" \
   instance show edge-1 edge-2
-wrong 'vdrctl log-level get' 'The following argument was not expected: 3' log-level get 3
+wrong 'vdrctl log-level get' "'vdrctl log-level get' takes no further argument: '3'" log-level get 3
 wrong 'vdrctl log-level set' 'VALUE is required' log-level set
-wrong 'vdrctl pre-unload' 'The following argument was not expected: now' pre-unload now
+wrong 'vdrctl pre-unload' "'vdrctl pre-unload' takes no further argument: 'now'" pre-unload now
 wrong 'vdrctl command' 'CODE is required' command
 
 for number in -1 +1 x 0x 1x 0x1g ' 1' 1.5 4294967296 99999999999999999999; do
@@ -47,10 +48,10 @@ wrong 'vdrctl command' '--value excludes --input' command 9 --input "$0" --value
 
 long=1234567890123456789012345678901234567890123456789012345678901234
 for verb in list show set delete; do
-  wrong "vdrctl instance $verb" 'NAME: the text is 64 bytes long, and at most 63 are taken' \
+  wrong "vdrctl instance $verb" 'INSTANCE: the text is 64 bytes long, and at most 63 are taken' \
     instance $verb $long
 done
-wrong 'vdrctl instance tune' 'NAME: the text is 64 bytes long, and at most 63 are taken' \
+wrong 'vdrctl instance tune' 'INSTANCE: the text is 64 bytes long, and at most 63 are taken' \
   instance tune $long mtu 1
 wrong 'vdrctl instance tune' 'TUNABLES: the text is 64 bytes long, and at most 63 are taken' \
   instance tune edge-1 $long 1
@@ -74,23 +75,55 @@ help() {
   expect_line "Usage: $usage" "$room/help"
   expect_line "$line" "$room/help"
 }
-help 'vdrctl [OPTIONS] OBJECT VERB' '  vdrctl instance set edge-1 --text blue --flag 1' --help
-help 'vdrctl instance [OPTIONS] VERB' \
-  '  delete                          Delete a router instance' instance --help
-help 'vdrctl instance list [OPTIONS] [NAME]' \
-  '  NAME                            Name of the router instance' instance list --help
-help 'vdrctl instance set [OPTIONS] NAME' \
-  '  NAME (required)                 Name of the router instance' instance set --help
-help 'vdrctl instance tune [OPTIONS] NAME TUNABLES VALUE' \
-  'Set the tunables of a router instance' instance tune -h
+help 'vdrctl [OPTIONS] OBJECT VERB [ARGUMENTS]' '  vdrctl instance set edge-1 --text blue --flag 1' --help
+help 'vdrctl [OPTIONS] OBJECT VERB [ARGUMENTS]' '  -V, --version                     Print the version and exit' help
+help 'vdrctl instance VERB ...' \
+  '                                    Delete a router instance' instance --help
+help 'vdrctl instance list [INSTANCE]' \
+  '  INSTANCE                          Name of the router instance' instance list --help
+help 'vdrctl instance delete INSTANCE [--if-exists]' \
+  '  --if-exists                       Succeed also when there is nothing to delete' help instance rm
+help 'vdrctl instance tune INSTANCE TUNABLES VALUE' \
+  'Set the tunables of a router instance.' instance tune -h
 for setting in log-level extended-log-level stats-level tx-dispatch-queue-size; do
-  help "vdrctl $setting [OPTIONS] VERB" 'Verbs:' $setting --help
-  help "vdrctl $setting get [OPTIONS]" 'Options:' $setting get --help
-  help "vdrctl $setting set [OPTIONS] VALUE" 'Positionals:' $setting set --help
+  help "vdrctl $setting VERB ..." 'Commands:' $setting help
+  help "vdrctl $setting get" "'vdrctl --help' tells what holds for all commands." $setting get help
+  help "vdrctl $setting set VALUE" 'Arguments:' $setting set --help
 done
-help 'vdrctl pre-unload [OPTIONS]' 'Options:' pre-unload --help
-help 'vdrctl command [OPTIONS] CODE' \
-  '  --value N not with: --input     Send this word as the input' command --help
+help 'vdrctl command CODE [--value N] [--input FILE] [--capacity N] [--output FILE]' \
+  '  --input FILE                      Send the bytes of FILE, at most 968, as the input; not with --value' \
+  command --help
+
+# A slip of the hand is told what was meant, and nothing is guessed from a part of a word.
+wrong vdrctl "'vdrctl' has no 'instnace' (did you mean 'instance'?)" instnace list
+wrong 'vdrctl instance' "'vdrctl instance' has no 'delte' (did you mean 'delete'?)" instance delte
+wrong 'vdrctl instance' "'vdrctl instance' has no 'del-all'" instance del-all
+wrong 'vdrctl instance' "'vdrctl instance' has no 'sho' (did you mean 'show'?)" instance sho
+wrong 'vdrctl instance set' "'vdrctl instance set' has no option '--secnd' (did you mean '--second'?)" \
+  instance set edge-1 --secnd=1
+wrong 'vdrctl instance set' '--second N: a value is missing' instance set edge-1 --second
+wrong 'vdrctl instance set' "'--second' is given twice" instance set edge-1 --second 1 --second=2
+wrong 'vdrctl instance list' "'--json' takes no value" instance list --json=yes
+wrong 'vdrctl instance show' 'INSTANCE: a backslash is written \\, and a byte \xNN, from \x01 to \xff' \
+  instance show 'a\b'
+
+# Every kind of value.
+wrong 'vdrctl lif address set' \
+  "ADDRESS/LENGTH: '10.0.0.1' is not an IPv4 prefix such as 10.0.0.0/24 or 10.0.0.0/255.255.255.0" \
+  lif address set edge-1 uplink 10.0.0.1
+wrong 'vdrctl control-plane set-address' \
+  "ADDRESS: '10.0.0' is not an IPv4 address such as 10.0.0.1" control-plane set-address edge-1 10.0.0
+wrong 'vdrctl neighbour6 delete' "ADDRESS: 'x' is not an IPv6 address such as 2001:db8::1" \
+  neighbour6 delete edge-1 uplink x
+wrong 'vdrctl lif address6 set' \
+  "ADDRESS/LENGTH: '::1/129' is not an IPv6 prefix such as 2001:db8::/32" \
+  lif address6 set edge-1 uplink ::1/129
+wrong 'vdrctl arp set' "MAC: '2:0' is not a hardware address such as 02:00:5e:10:ab:ff" \
+  arp set edge-1 uplink 10.0.0.1 2:0
+wrong 'vdrctl completion' "SHELL: 'tcsh' is not one of bash|zsh|fish" completion tcsh
+wrong 'vdrctl soft-rss table set' \
+  "QUEUES: '1,256' is not a list of up to 128 numbers from 0 to 255, as 0,1,2,3" \
+  soft-rss table set rss 1,256
 
 # The help of all commands names each, and each has a help of its own.
 lists() { # lists OBJECT VERB...

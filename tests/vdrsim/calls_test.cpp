@@ -109,14 +109,13 @@ class BesideARealDevice : public testing::Test {
 };
 
 TEST_F(BesideARealDevice, ARunIsRefused) {
-  ExpectUnusable(WithRealDevice({"env", "-u", "VDRSIM_BESIDE_REAL_DEVICE", kVdrsim, "run", "--",
-                                 "echo", "started"}),
+  ExpectUnusable(WithRealDevice({kVdrsim, "run", "--", "echo", "started"}),
                  "vdrsim: this host has /qorv/devices/char/zaxdriver/ryn_vdr: ");
 }
 
 TEST_F(BesideARealDevice, NoCommandComesToItInARunThatIsWanted) {
-  ExpectSuccess(WithRealDevice({"env", "-u", "VDRSIM_BESIDE_REAL_DEVICE", kVdrsim, "run",
-                                "--beside-real-device", "--", kClient, "check", "beside"}));
+  ExpectSuccess(
+      WithRealDevice({kVdrsim, "run", "--beside-real-device", "--", kClient, "check", "beside"}));
   ExpectSuccess(WithRealDevice(
                     {"env", "VDRSIM_BESIDE_REAL_DEVICE=1", kVdrsim, "run", "--", kClient, "level"}),
                 "0\n");

@@ -17,7 +17,6 @@ int main(int count, char** arguments) {
   guard::Contain(guard::kSeconds);
   guard::AdoptOrphans();
   unsetenv("USE_UPGRADE_DEV");
-  setenv("VDRSIM_BESIDE_REAL_DEVICE", "1", 1);
   testing::InitGoogleTest(&count, arguments);
   testing::UnitTest::GetInstance()->listeners().Append(new EndOfTest);
   return RUN_ALL_TESTS();

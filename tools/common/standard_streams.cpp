@@ -20,6 +20,10 @@ void Complain(std::string_view program, std::string_view line, std::string_view 
   [[maybe_unused]] const ssize_t written = writev(STDERR_FILENO, parts, advice.empty() ? 4 : 6);
 }
 
+void Tell(std::string_view text) noexcept {
+  [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+}
+
 int Print(std::string_view text) noexcept {
   const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
   return whole && std::fflush(stdout) == 0 ? 0 : errno;

@@ -12,6 +12,9 @@ namespace tools {
 void Complain(std::string_view program, std::string_view line,
               std::string_view advice = {}) noexcept;
 
+// Writes a text of whole lines on standard error as it stands.
+void Tell(std::string_view text) noexcept;
+
 // Writes a text on standard output to its last byte. Returns 0, or the errno value that kept a part
 // of it back: whoever reads must not take that for the whole.
 int Print(std::string_view text) noexcept;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -11,11 +12,23 @@
 
 namespace vdrctl {
 
+// What the operator gave for the options that hold for all commands, each as it was written.
+struct GlobalValues {
+  bool json = false;
+  bool noHeader = false;
+  std::optional<std::string> columns{};
+  std::optional<std::string> sort{};
+  std::optional<std::string> names{};
+  std::optional<std::string> watch{};
+
+  bool IsGiven() const { return json || noHeader || columns || sort || names || watch; }
+};
+
 // A command as the operator gave it.
 struct Invocation {
-  const Command* command;
-  Output::Form form;
-  std::vector<std::optional<std::string>> values;  // one a parameter of the command
+  const Command* command = nullptr;
+  GlobalValues globals{};
+  std::vector<std::optional<std::string>> values{};  // one a parameter; texts are free of escapes
 };
 
 // Help or the version, to be printed instead of carrying out a command.
@@ -35,10 +48,13 @@ class WrongUsage : public std::runtime_error {
   std::string words_;
 };
 
-// Reads the command line by the table of commands. Throws WrongUsage.
-std::variant<Invocation, Notice> Parse(int argc, const char* const* argv);
+using Words = std::span<const std::string>;
+
+// Reads the words of a command line, without the name of the program, by the table of commands.
+// Throws WrongUsage.
+std::variant<Invocation, Notice> Parse(Words words);
 
 // The command in the operator's words, with the arguments that stand in their places.
-std::string Words(const Invocation& invocation);
+std::string InWords(const Invocation& invocation);
 
 }  // namespace vdrctl

@@ -1,70 +1,62 @@
 #include "files.h"
 
-#include <fmt/format.h>
-#include <vdrzax/channel.h>
-
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <string_view>
 
+#include "output/output.h"
+
 namespace vdrctl {
 
 namespace {
-
-// The block of all that a command can be told.
-constexpr std::size_t kLongestInput = sizeof(IoctlParams);
 
 struct Close {
   void operator()(std::FILE* stream) const { static_cast<void>(std::fclose(stream)); }
 };
 using Stream = std::unique_ptr<std::FILE, Close>;
 
-void WriteFile(const char* file, std::span<const uint8_t> bytes);
+bool IsStandard(std::string_view file) { return file == "-"; }
 
 }  // namespace
 
-std::vector<uint8_t> ReadInput(const char* file) {
-  const bool standard = std::string_view(file) == "-";
-  const Stream opened(standard ? nullptr : std::fopen(file, "re"));
-  if (!standard && !opened) throw FileFailure(file, errno);
-  std::FILE* stream = standard ? stdin : opened.get();
+std::vector<uint8_t> ReadFile(const std::string& file, std::size_t most, const std::string& hint) {
+  const Stream opened(IsStandard(file) ? nullptr : std::fopen(file.c_str(), "re"));
+  if (!IsStandard(file) && !opened) throw FileFailure(file, errno);
+  std::FILE* stream = opened ? opened.get() : stdin;
 
-  // Not a byte is taken from a pipe beyond the one that tells that the input is too long.
-  std::setbuf(stream, nullptr);
-  std::vector<uint8_t> bytes(kLongestInput + 1);
-  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), stream));
-  if (std::ferror(stream)) throw FileFailure(file, errno);
-  if (bytes.size() > kLongestInput) {
-    throw FileFailure(file, EFBIG,
-                      fmt::format("the input of a command has at most {} bytes", kLongestInput));
+  // Not a byte is taken from a pipe beyond the one that tells that there is more.
+  static_cast<void>(std::setvbuf(stream, nullptr, _IONBF, 0));
+  std::vector<uint8_t> bytes;
+  while (bytes.size() <= most) {
+    const std::size_t done = bytes.size();
+    bytes.resize(done + std::min<std::size_t>(65536, most + 1 - done));
+    const std::size_t length = std::fread(bytes.data() + done, 1, bytes.size() - done, stream);
+    bytes.resize(done + length);
+    if (length == 0) break;
   }
+  if (std::ferror(stream) != 0) throw FileFailure(file, errno);
+  if (bytes.size() > most) throw FileFailure(file, EFBIG, hint);
   return bytes;
 }
 
-void PutReply(Output& out, const char* file, uint32_t length, std::span<const uint8_t> bytes) {
-  if (!file) {
-    out.Reply(length, bytes);
-  } else if (std::string_view(file) == "-") {
-    out.Raw(bytes);
-  } else {
-    WriteFile(file, bytes);
-  }
-}
-
-namespace {
-
+// A full disk may show only when the last bytes leave the buffer.
 void WriteFile(const char* file, std::span<const uint8_t> bytes) {
-  Stream stream(std::fopen(file, "we"));
-  if (!stream) throw FileFailure(file, errno);
+  Stream opened(IsStandard(file) ? nullptr : std::fopen(file, "we"));
+  if (!IsStandard(file) && !opened) throw FileFailure(file, errno);
+  std::FILE* stream = opened ? opened.get() : stdout;
   // An empty reply may come without an address.
-  if (!bytes.empty() && std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) != bytes.size()) {
-    throw FileFailure(file, errno);
+  const bool written =
+      bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size();
+  if (!written || std::fflush(stream) != 0) {
+    throw FileFailure(IsStandard(file) ? "standard output" : file, errno);
   }
-  // A full disk may show only when the last bytes leave the buffer.
-  if (std::fclose(stream.release()) != 0) throw FileFailure(file, errno);
 }
 
-}  // namespace
+void PutReply(Output& out, const char* file, uint64_t length, std::span<const uint8_t> bytes) {
+  if (file) return WriteFile(file, bytes);
+  out.Bytes(length, bytes);
+}
 
 }  // namespace vdrctl

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "output.h"
-
 namespace vdrctl {
+
+class Output;
 
 // A file of the operator's could not be read or written.
 class FileFailure : public std::runtime_error {
@@ -27,12 +27,15 @@ class FileFailure : public std::runtime_error {
   std::string hint_;
 };
 
-// Reads the input of a command from a file, or from standard input for "-". Throws FileFailure, also
-// when there is more of it than any command takes; no more than that is read to find out.
-std::vector<uint8_t> ReadInput(const char* file);
+// Reads a whole file, or standard input for "-". Throws FileFailure, also when there are more than
+// `most` bytes, with `hint`; no more than that is read to find out.
+std::vector<uint8_t> ReadFile(const std::string& file, std::size_t most, const std::string& hint);
+
+// Writes a file, or standard output for "-". Throws FileFailure.
+void WriteFile(const char* file, std::span<const uint8_t> bytes);
 
 // Puts a reply whose layout is the kernel's alone where the operator wants it: shown when `file` is
-// NULL, the bytes as they stand on standard output for "-", else in that file. Throws FileFailure.
-void PutReply(Output& out, const char* file, uint32_t length, std::span<const uint8_t> bytes);
+// NULL, else in that file as it stands. Throws FileFailure.
+void PutReply(Output& out, const char* file, uint64_t length, std::span<const uint8_t> bytes);
 
 }  // namespace vdrctl

@@ -1,75 +1,60 @@
-#include <fmt/format.h>
+#include <malloc.h>
 
 #include <cerrno>
-#include <cstring>
 #include <new>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "command_line.h"
-#include "common/standard_streams.h"
 #include "device_hint.h"
 #include "files.h"
+#include "names/names_file.h"
+#include "output/output.h"
+#include "report.h"
+#include "run.h"
 
 namespace {
 
 using namespace vdrctl;
 
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
+int Print(const std::string& text) {
+  Writer out(stdout);
+  out.Put(text);
+  out.Finish();
+  return 0;
+}
 
-int CarryOut(const Invocation& invocation);
-int Print(const std::string& text);
-int Fail(const std::string& what, int error, const std::string& hint = "");
-void Complain(const std::string& line, const std::string& advice = "");
+bool WantsJson(Words words) {
+  for (const std::string& word : words) {
+    if (word == "--json" || word == "-j") return true;
+    if (word == "--") return false;
+  }
+  return false;
+}
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  // A getter reserves room for a full table. With a threshold that slides upwards the room of the
+  // next one would be cleared byte by byte.
+  mallopt(M_MMAP_THRESHOLD, 131072);
+  Report report;
   try {
-    const auto parsed = Parse(argc, argv);
-    const auto* notice = std::get_if<Notice>(&parsed);
-    return notice ? Print(notice->text) : CarryOut(std::get<Invocation>(parsed));
+    const std::vector<std::string> words(argv + 1, argv + argc);
+    report.SetJson(WantsJson(words));
+    const auto parsed = Parse(words);
+    if (const auto* notice = std::get_if<Notice>(&parsed)) return Print(notice->text);
+    return CarryOut(std::get<Invocation>(parsed), report);
   } catch (const WrongUsage& wrong) {
-    Complain(wrong.what(), fmt::format("Try '{} --help'", wrong.words()));
-    return kWrongUsage;
+    return report.WrongUsage(wrong.what(), wrong.words());
+  } catch (const NamesFailure& wrong) {
+    return report.WrongUsage(wrong.what(), "");
   } catch (const FileFailure& failure) {
-    return Fail(failure.what(), failure.error(), failure.hint());
+    return report.Failure(failure.what(), failure.error(), "", failure.hint());
+  } catch (const OutputFailure& failure) {
+    return report.Failure(failure.what(), failure.error());
   } catch (const std::bad_alloc&) {
-    return Fail("memory", ENOMEM);
+    return report.Failure("memory", ENOMEM);
   }
 }
-
-namespace {
-
-int CarryOut(const Invocation& invocation) {
-  Output out(invocation.form);
-  errno = 0;
-  if (invocation.command->handler.call(out, invocation.values) == 0) return Print(out.text());
-  const int error = errno;
-  return Fail(Words(invocation), error, DeviceHint(error));
-}
-
-int Print(const std::string& text) {
-  const int error = tools::Print(text);
-  return error == 0 ? 0 : Fail("standard output", error);
-}
-
-// A reply that contradicts itself fails without an errno.
-int Fail(const std::string& what, int error, const std::string& hint) {
-  if (error == 0) {
-    Complain(what + ": failed without giving a reason");
-    return kFailed;
-  }
-  const char* name = strerrorname_np(error);
-  Complain(fmt::format("{}: {} ({})", what, std::strerror(error),
-                       name ? std::string(name) : std::to_string(error)),
-           hint.empty() ? "" : "hint: " + hint);
-  return kFailed;
-}
-
-void Complain(const std::string& line, const std::string& advice) {
-  tools::Complain("vdrctl", Escaped(line), advice);
-}
-
-}  // namespace

@@ -2,32 +2,81 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
+#include <algorithm>
+
+#include "output/text.h"
+#include "values.h"
 
 namespace vdrctl {
 
-std::string Complaint(const Parameter& parameter, std::string_view text) {
-  if (parameter.kind == Parameter::Kind::Text) {
-    if (text.size() <= parameter.limit) return "";
-    return fmt::format("the text is {} bytes long, and at most {} are taken", text.size(),
-                       parameter.limit);
+namespace {
+
+std::string ComplaintOfText(const Parameter& parameter, std::string_view text) {
+  const auto bytes = Unescaped(text);
+  if (!bytes) return "a backslash is written \\\\, and a byte \\xNN, from \\x01 to \\xff";
+  if (parameter.accepts && !parameter.accepts(*bytes)) {
+    return fmt::format("'{}' is not {}", Escaped(text), parameter.form);
   }
-  const auto number = ParseNumber(text);
-  if (number && *number <= parameter.limit) return "";
-  return fmt::format("'{}' is not a number from 0 to {}", text, parameter.limit);
+  if (bytes->size() <= parameter.limit) return "";
+  return fmt::format("the text is {} bytes long, and at most {} are taken", bytes->size(),
+                     parameter.limit);
 }
 
-std::optional<uint64_t> ParseNumber(std::string_view text) {
-  int base = 10;
-  if (text.starts_with("0x") || text.starts_with("0X")) {
-    text.remove_prefix(2);
-    base = 16;
+std::string ComplaintOfNumber(const Parameter& parameter, std::string_view text) {
+  const auto number = ParseNumber(text);
+  if (number && *number <= parameter.limit) return "";
+  return fmt::format("'{}' is not a number from 0 to {}", Escaped(text), parameter.limit);
+}
+
+bool IsChoice(std::string_view choices, std::string_view word) {
+  for (std::size_t start = 0; start <= choices.size();) {
+    const std::size_t end = std::min(choices.find('|', start), choices.size());
+    if (choices.substr(start, end - start) == word) return true;
+    start = end + 1;
   }
-  uint64_t number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number, base);
-  if (error != std::errc{} || stop != end) return std::nullopt;
-  return number;
+  return false;
+}
+
+std::string Unless(bool good, std::string_view text, std::string_view what) {
+  return good ? "" : fmt::format("'{}' is not {}", Escaped(text), what);
+}
+
+}  // namespace
+
+const char* KindName(Parameter::Kind kind) {
+  static constexpr const char* kNames[] = {"text",    "number", "ipv4",   "prefix", "ipv6",
+                                           "prefix6", "mac",    "switch", "file",   "choice"};
+  return kNames[static_cast<std::size_t>(kind)];
+}
+
+std::string Complaint(const Parameter& parameter, std::string_view text) {
+  using Kind = Parameter::Kind;
+  switch (parameter.kind) {
+    case Kind::Text:
+      return ComplaintOfText(parameter, text);
+    case Kind::Number:
+      return ComplaintOfNumber(parameter, text);
+    case Kind::Ipv4:
+      return Unless(ParseIpv4(text).has_value(), text, "an IPv4 address such as 10.0.0.1");
+    case Kind::Prefix:
+      return Unless(ParsePrefix(text).has_value(), text,
+                    "an IPv4 prefix such as 10.0.0.0/24 or 10.0.0.0/255.255.255.0");
+    case Kind::Ipv6:
+      return Unless(ParseIpv6(text).has_value(), text, "an IPv6 address such as 2001:db8::1");
+    case Kind::Prefix6:
+      return Unless(ParsePrefix6(text).has_value(), text, "an IPv6 prefix such as 2001:db8::/32");
+    case Kind::Mac:
+      return Unless(ParseMac(text).has_value(), text,
+                    "a hardware address such as 02:00:5e:10:ab:ff");
+    case Kind::Switch:
+      return Unless(ParseSwitch(text).has_value(), text, "on or off");
+    case Kind::Choice:
+      return Unless(IsChoice(parameter.choices, text), text,
+                    fmt::format("one of {}", parameter.choices));
+    case Kind::File:
+      return text.empty() ? "the name of a file is missing" : "";
+  }
+  return "";
 }
 
 }  // namespace vdrctl

@@ -1,0 +1,65 @@
+#!/bin/sh
+# names.sh VDRCTL, in a simulated datapath without instances: names of fields.
+vdrctl=$1
+. "$(dirname "$0")/expect.sh"
+file=$room/names.json
+XDG_CONFIG_HOME=$room/config
+export XDG_CONFIG_HOME
+
+"$vdrctl" instance set edge-1 --second 0x01020304 --fourth 5 --flag 1
+cat >"$file" <<'END'
+{"format": 1, "records": {"InstanceRecord": {
+  "word64": {"name": "address", "form": "ipv4", "comment": "of the instance"},
+  "word68": {"name": "state", "form": "flags", "flags": {"up": 1, "ready": 2}},
+  "byte72": {"name": "active", "form": "boolean"},
+  "word399": {"name": "mask", "form": "hex"},
+  "words431[1]": "second"}}}
+END
+expect 0 'name    address  state   active  text73  text329  mask  word568
+edge-1  4.3.2.1  up 0x4  yes     -       -         0x0        0' '' \
+  "$vdrctl" instance list --names "$file"
+expect 0 '[{"address":"4.3.2.1","state":["up","0x4"],"active":true,"mask":0,"second":0,"words431[2]":0}]' '' \
+  "$vdrctl" --names="$file" -j instance list --columns 'address,state,active,mask,second,words431[2]'
+expect 2 '' "vdrctl: no column 'word64'; there are name, address, state, active, text73, text329, address393, mask, word403, word407, byte411, half412, byte416, byte417, bytes418, words431[0], second, words431[2], words431[3], address447, byte453, half454, byte456, text457, half521, bytes523, word563, byte567, word568, word572, byte576
+Try 'vdrctl instance list --help'" "$vdrctl" --names="$file" instance list --columns word64
+
+# The file of the user is found.
+mkdir -p "$XDG_CONFIG_HOME/vdrzax"
+cp "$file" "$XDG_CONFIG_HOME/vdrzax/names.json"
+expect 0 '[{"address":"4.3.2.1"}]' '' "$vdrctl" -j instance list --columns address
+rm -r "$XDG_CONFIG_HOME"
+
+wrong() { # wrong COMPLAINT DOCUMENT
+  printf '%s' "$2" >"$file"
+  expect 2 '' "vdrctl: $file: $1" "$vdrctl" --names "$file" instance list
+}
+in_record() { wrong "/records/InstanceRecord$1" "{\"format\":1,\"records\":{\"InstanceRecord\":$2}}"; }
+wrong 'parse error at line 1, column 1: syntax error while parsing value - unexpected end of input; expected '"'[', '{', or a literal" ''
+wrong '/: is not an object' '[]'
+wrong "/format: 1 is the only format" '{"records":{}}'
+wrong "/format: 1 is the only format" '{"format":2,"records":{}}'
+wrong "/records: is missing" '{"format":1}'
+wrong "/recods: neither 'format' nor 'records'" '{"format":1,"recods":{}}'
+wrong "/records/InstanceRecrd: there is no record of this name (did you mean 'InstanceRecord'?)" \
+  '{"format":1,"records":{"InstanceRecrd":{}}}'
+in_record ': is not an object' 3
+in_record "/word65: the record has no field of this name (did you mean 'word64'?)" '{"word65":"x"}'
+in_record '/word64: is not an object' '{"word64":3}'
+in_record "/word64: has no 'name'" '{"word64":{}}'
+in_record '/word64/name: is not a text' '{"word64":{"name":3}}'
+in_record "/word64: a name is of 1 to 63 letters, digits, '_' and '-'" '{"word64":"a,b"}'
+in_record "/word64: a name is of 1 to 63 letters, digits, '_' and '-'" '{"word64":""}'
+in_record "/word64/form: 'hax' is none of decimal, hex, counter, boolean, flags, ipv4, ipv6, mac, text (did you mean 'hex'?)" \
+  '{"word64":{"name":"x","form":"hax"}}'
+in_record "/word64/form: 'mac' does not fit this field" '{"word64":{"name":"x","form":"mac"}}'
+in_record "/word64: 'flags' and the form 'flags' go together" '{"word64":{"name":"x","form":"flags"}}'
+in_record "/byte72/flags/a: is not a number of 1 to 8 bits, and not 0" \
+  '{"byte72":{"name":"x","form":"flags","flags":{"a":256}}}'
+in_record "/word64/nam: none of 'name', 'form', 'flags' and 'comment'" '{"word64":{"nam":"x"}}'
+in_record ": two fields are called 'word68'" '{"word64":"word68"}'
+expect 1 '' "vdrctl: $room/none: No such file or directory (ENOENT)" \
+  "$vdrctl" --names "$room/none" instance list
+expect 1 '' 'vdrctl: /dev/zero: File too large (EFBIG)
+hint: a file of names has at most 1 MiB' "$vdrctl" --names /dev/zero instance list
+
+finish

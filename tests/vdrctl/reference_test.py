@@ -1,0 +1,182 @@
+"""What vdrctl tells about itself, against the header, the pages and an independent validator.
+
+usage: reference_test.py VDRCTL VDRSIM SOURCE_DIRECTORY
+"""
+import json
+import pathlib
+import re
+import subprocess
+import sys
+import unittest
+
+import jsonschema
+
+VDRCTL, VDRSIM, SOURCE = sys.argv[1:4]
+SOURCE = pathlib.Path(SOURCE)
+# Releases free memory and send nothing, and so does the operation on names.
+NO_COMMANDS = re.compile(r"VDRZAX_Release|VDRZAXGetUuidOrName$")
+# These send what the operator says.
+CODE_OF_THE_CALLER = {"VDRZAXIoctl", "VDRZAX_BridgeSetConfig"}
+
+# What the simulated datapath holds while the outputs are looked at, and what is looked at.
+PREPARATION = r"""
+log-level set 3
+instance set edge-1 --second 10 --text 'a\xff'
+instance set edge-2
+lif set edge-1 uplink --a3 5 --mac 2:0:0:0:0:1
+lif address set edge-1 uplink 10.0.0.1/24
+lif address6 set edge-1 uplink 2001:db8::1/64
+bridge-lif set edge-1 uplink
+"""
+READINGS = """
+instance list
+instance show edge-1
+log-level get
+extended-log-level get
+stats-level get
+tx-dispatch-queue-size get
+lif list edge-1
+lif show edge-1 uplink
+lif stats show edge-1 uplink
+lif stats show edge-1 uplink --cached
+datapath stats show
+control-plane stats show edge-1
+lif external-vlan list 1
+bridge-lif list edge-1
+bridge-lif show edge-1 uplink
+command 9 --capacity 4
+"""
+
+
+def run(*words, stdin=None):
+    return subprocess.run(words, input=stdin, stdout=subprocess.PIPE, check=True, text=True).stdout
+
+
+def commands():
+    return json.loads(run(VDRCTL, "commands", "--json"))
+
+
+def functions(command):
+    value = command["function"]
+    return value if isinstance(value, list) else [value] if value else []
+
+
+def words(command):
+    return " ".join(filter(None, [command["object"], command["verb"]]))
+
+
+class Commands(unittest.TestCase):
+    def test_each_function_that_is_a_command_has_a_verb(self):
+        declared = set()
+        for header in (SOURCE / "include/vdrzax").glob("*.h"):
+            declared.update(re.findall(r"^VDRZAX_API .*?\b(VDRZAX\w+)\(", header.read_text(), re.M))
+        wanted = {name for name in declared if not NO_COMMANDS.match(name)}
+        self.assertGreater(len(wanted), 150)
+        self.assertEqual(wanted, {name for command in commands() for name in functions(command)})
+
+    def test_codes_are_those_of_the_protocol_page(self):
+        page = (SOURCE / "docs/protocol.md").read_text()
+        codes = {name: {int(code) for code in row.split(",")}
+                 for name, row in re.findall(r"^\| `(VDRZAX\w+)` \| ([\d, ]+) \|", page, re.M)}
+        by_function = {}
+        for command in commands():
+            for name in functions(command):
+                by_function.setdefault(name, set()).update(command["codes"])
+        for name, found in by_function.items():
+            if name not in CODE_OF_THE_CALLER:
+                self.assertEqual(found, codes[name], name)
+
+    def test_rows_have_the_documented_form(self):
+        kinds = {"text", "number", "ipv4", "prefix", "ipv6", "prefix6", "mac", "switch", "file",
+                 "choice"}
+        for command in commands():
+            self.assertEqual(list(command), ["object", "verb", "summary", "function", "codes",
+                                             "parameters"])
+            for parameter in command["parameters"]:
+                self.assertEqual(list(parameter), ["name", "kind", "required", "limit", "meaning"])
+                self.assertIn(parameter["kind"], kinds)
+                self.assertIsInstance(parameter["required"], bool)
+
+    def test_no_two_commands_have_the_same_words(self):
+        names = [words(command) for command in commands()]
+        self.assertEqual(len(names), len(set(names)))
+
+    def test_each_command_has_help_that_names_its_parameters(self):
+        for command in commands():
+            text = run(VDRCTL, *words(command).split(), "--help")
+            self.assertIn(f"Usage: vdrctl {words(command)}", text)
+            for parameter in command["parameters"]:
+                self.assertIn(parameter["name"], text)
+
+
+class Pages(unittest.TestCase):
+    def test_the_page_of_commands_is_that_of_the_table(self):
+        self.assertEqual((SOURCE / "docs/vdrctl.md").read_text(),
+                         run(VDRCTL, "reference", "markdown"),
+                         "vdrctl reference markdown > docs/vdrctl.md")
+
+    def test_the_manual_names_each_command(self):
+        text = run(VDRCTL, "reference", "man")
+        for command in commands():
+            self.assertIn("\n.B vdrctl " + words(command).replace("-", "\\-"), text)
+
+
+class Schemas(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.schemas = json.loads(run(VDRCTL, "schema"))["$defs"]
+
+    def test_each_is_a_schema(self):
+        self.assertGreater(len(self.schemas), 50)
+        for schema in self.schemas.values():
+            jsonschema.Draft202012Validator.check_schema(schema)
+
+    def test_one_alone_is_that_of_all(self):
+        for name, schema in self.schemas.items():
+            alone = json.loads(run(VDRCTL, "schema", *name.split()))
+            self.assertEqual(alone.pop("$schema"), "https://json-schema.org/draft/2020-12/schema")
+            self.assertEqual(alone, schema)
+
+    def test_outputs_are_valid(self):
+        readings = READINGS.strip().splitlines()
+        script = PREPARATION + READINGS
+        output = run(VDRSIM, "run", "--", VDRCTL, "--json", "batch", "-", stdin=script)
+        documents = [json.loads(line) for line in output.splitlines()]
+        self.assertEqual(len(documents), len(readings))
+        for reading, document in zip(readings, documents):
+            name = max((name for name in self.schemas if f"{reading} ".startswith(f"{name} ")), key=len)
+            validator = jsonschema.Draft202012Validator(
+                self.schemas[name], format_checker=jsonschema.FormatChecker())
+            for error in validator.iter_errors(document):
+                self.fail(f"{reading}: {error.message}")
+
+    def test_a_wrong_output_is_noticed(self):
+        validator = jsonschema.Draft202012Validator(self.schemas["log-level get"])
+        self.assertTrue(validator.is_valid({"level": 3}))
+        for wrong in ({"level": -1}, {"level": "3"}, {"level": 2**32}, {}, {"level": 3, "x": 1}, []):
+            self.assertFalse(validator.is_valid(wrong), wrong)
+
+
+class Completion(unittest.TestCase):
+    def complete(self, *typed):
+        script = f"""source <({VDRCTL!r} completion bash)
+COMP_WORDS=({" ".join(repr(word) for word in typed)}); COMP_CWORD={len(typed) - 1}
+compopt() {{ echo FILES; }}
+_vdrctl; printf '%s\\n' "${{COMPREPLY[@]}}" """
+        return run("bash", "--norc", "-c", script).split()
+
+    def test_bash_offers_what_may_follow(self):
+        self.assertEqual(self.complete("vdrctl", "insta"), ["instance"])
+        self.assertEqual(self.complete("vdrctl", "instance", ""),
+                         ["list", "show", "set", "delete", "tune"])
+        self.assertEqual(self.complete("vdrctl", "--json", "lif", "address", ""), ["set", "delete"])
+        self.assertEqual(self.complete("vdrctl", "--names", "x", "instance", "s"), ["show", "set"])
+        self.assertIn("--second", self.complete("vdrctl", "instance", "set", "edge-1", "--s"))
+        self.assertIn("--json", self.complete("vdrctl", "instance", "list", "--j"))
+        self.assertEqual(self.complete("vdrctl", "completion", "f"), ["fish"])
+        self.assertEqual(self.complete("vdrctl", "batch", ""), ["FILES"])
+        self.assertEqual(self.complete("vdrctl", "command", "9", "--output", "x"), ["FILES"])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])

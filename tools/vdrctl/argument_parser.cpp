@@ -1,0 +1,131 @@
+#include "argument_parser.h"
+
+#include <fmt/format.h>
+
+#include <vector>
+
+#include "globals.h"
+#include "output/text.h"
+#include "suggestion.h"
+#include "values.h"
+
+namespace vdrctl {
+
+Invocation ArgumentParser::Parse(Words words) {
+  invocation_.command = &command_;
+  invocation_.values.resize(command_.Parameters().size());
+  bool onlyArguments = false;
+  while (!words.empty()) {
+    const std::string& word = words.front();
+    if (!onlyArguments && word == "--") {
+      onlyArguments = true;
+    } else if (!onlyArguments && word.size() > 1 && word.front() == '-') {
+      TakeOption(words);
+    } else {
+      TakeArgument(word);
+    }
+    words = words.subspan(1);
+  }
+  CheckWhatIsMissing();
+  invocation_.globals.json = json_.has_value();
+  invocation_.globals.noHeader = noHeader_.has_value();
+  return std::move(invocation_);
+}
+
+// Takes the word behind the option too when that is its value.
+void ArgumentParser::TakeOption(Words& words) {
+  const std::string& word = words.front();
+  const std::size_t equals = word.find('=');
+  const std::string name = word.substr(0, equals);
+  const Parameter* parameter = nullptr;
+  std::optional<std::string>* place = nullptr;
+  for (std::size_t index = 0; index < invocation_.values.size(); ++index) {
+    const Parameter& own = command_.Parameters()[index];
+    if (!own.IsOption() || own.LongName() != name) continue;
+    parameter = &own;
+    place = &invocation_.values[index];
+  }
+  for (const Global& global : kGlobals) {
+    if (parameter ||
+        (global.parameter.LongName() != name && (!global.shortName || name != global.shortName))) {
+      continue;
+    }
+    parameter = &global.parameter;
+    place = &GlobalPlace(global.parameter.LongName());
+  }
+  if (!parameter) {
+    // A number below zero is no option; what is wrong with it is for its parameter to say.
+    if (ParseNumber(std::string_view(name).substr(1))) return TakeArgument(word);
+    RefuseOption(name);
+  }
+  if (place->has_value()) Refuse(fmt::format("'{}' is given twice", Escaped(name)));
+  if (parameter->IsFlag()) {
+    if (equals != std::string::npos) Refuse(fmt::format("'{}' takes no value", name));
+    *place = "on";
+    return;
+  }
+  if (equals != std::string::npos) return Store(*parameter, *place, word.substr(equals + 1));
+  if (words.size() < 2) Refuse(fmt::format("{}: a value is missing", parameter->name));
+  words = words.subspan(1);
+  Store(*parameter, *place, words.front());
+}
+
+void ArgumentParser::TakeArgument(const std::string& word) {
+  const auto parameters = command_.Parameters();
+  while (nextArgument_ < parameters.size() && parameters[nextArgument_].IsOption()) ++nextArgument_;
+  if (nextArgument_ == parameters.size()) {
+    Refuse(fmt::format("'{}' takes no further argument: '{}'", understood_, Escaped(word)));
+  }
+  Store(parameters[nextArgument_], invocation_.values[nextArgument_], word);
+  ++nextArgument_;
+}
+
+void ArgumentParser::Store(const Parameter& parameter, std::optional<std::string>& place,
+                           const std::string& value) const {
+  const std::string complaint = Complaint(parameter, value);
+  if (!complaint.empty()) Refuse(fmt::format("{}: {}", parameter.LongName(), complaint));
+  const bool hasEscapes = parameter.kind == Parameter::Kind::Text;
+  place = hasEscapes ? *Unescaped(value) : value;
+}
+
+void ArgumentParser::CheckWhatIsMissing() const {
+  const auto parameters = command_.Parameters();
+  for (std::size_t index = 0; index < parameters.size(); ++index) {
+    const Parameter& parameter = parameters[index];
+    const bool given = invocation_.values[index].has_value();
+    if (!given && !parameter.optional) Refuse(fmt::format("{} is required", parameter.LongName()));
+    if (!given || !parameter.excludes) continue;
+    for (std::size_t other = 0; other < index; ++other) {
+      if (parameters[other].LongName() == parameter.excludes &&
+          invocation_.values[other].has_value()) {
+        Refuse(fmt::format("{} excludes {}", parameter.excludes, parameter.LongName()));
+      }
+    }
+  }
+}
+
+std::optional<std::string>& ArgumentParser::GlobalPlace(std::string_view name) {
+  GlobalValues& globals = invocation_.globals;
+  if (name == "--json") return json_;
+  if (name == "--no-header") return noHeader_;
+  if (name == "--columns") return globals.columns;
+  if (name == "--sort") return globals.sort;
+  if (name == "--names") return globals.names;
+  return globals.watch;
+}
+
+void ArgumentParser::RefuseOption(std::string_view name) const {
+  std::vector<std::string_view> names;
+  for (const Parameter& parameter : command_.Parameters()) {
+    if (parameter.IsOption()) names.push_back(parameter.LongName());
+  }
+  for (const Global& global : kGlobals) names.push_back(global.parameter.LongName());
+  Refuse(fmt::format("'{}' has no option '{}'{}", understood_, Escaped(name),
+                     Suggestion(name, names)));
+}
+
+void ArgumentParser::Refuse(const std::string& complaint) const {
+  throw WrongUsage(complaint, understood_);
+}
+
+}  // namespace vdrctl

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "command_line.h"
+
+namespace vdrctl {
+
+// Reads the words behind the name of one command: arguments in their places, options of the command
+// and of all commands in any order, "--option VALUE" or "--option=VALUE", and "--" before words that
+// are arguments whatever they look like.
+class ArgumentParser {
+ public:
+  // `understood` is what the operator has said up to there: "vdrctl instance show".
+  ArgumentParser(const Command& command, std::string understood)
+      : command_(command), understood_(std::move(understood)) {}
+
+  // Throws WrongUsage.
+  Invocation Parse(Words words);
+
+ private:
+  void TakeOption(Words& words);
+  void TakeArgument(const std::string& word);
+  void Store(const Parameter& parameter, std::optional<std::string>& place,
+             const std::string& value) const;
+  void CheckWhatIsMissing() const;
+  std::optional<std::string>& GlobalPlace(std::string_view name);
+  [[noreturn]] void RefuseOption(std::string_view name) const;
+  [[noreturn]] void Refuse(const std::string& complaint) const;
+
+  const Command& command_;
+  std::string understood_;
+  Invocation invocation_{};
+  std::size_t nextArgument_ = 0;
+  std::optional<std::string> json_{};
+  std::optional<std::string> noHeader_{};
+};
+
+}  // namespace vdrctl

@@ -1,0 +1,154 @@
+#include "batch/batch.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "batch/line.h"
+#include "batch/progress.h"
+#include "common/standard_streams.h"
+#include "files.h"
+#include "output/text.h"
+#include "run.h"
+
+namespace vdrctl {
+
+namespace {
+
+constexpr std::size_t kLongestFile = 256 << 20;
+constexpr std::size_t kMostComplaints = 20;
+
+struct Line {
+  std::size_t number;
+  Invocation invocation;
+};
+
+// The rows of the command itself: FILE, --dry-run, --keep-going.
+struct Options {
+  explicit Options(const Invocation& batch)
+      : file(*batch.values[0]),
+        dryRun(batch.values[1].has_value()),
+        keepGoing(batch.values[2].has_value()) {}
+
+  std::string file;
+  bool dryRun;
+  bool keepGoing;
+};
+
+class Batch {
+ public:
+  Batch(const Invocation& invocation, const Report& report)
+      : options_(invocation), globals_(invocation.globals), report_(report) {}
+
+  int Run();
+
+ private:
+  bool Check();
+  std::optional<Line> CheckLine(std::size_t number, std::string_view text);
+  int CarryOutAll();
+  void Summarise(std::size_t done, std::size_t failed) const;
+  std::string Place(std::size_t number) const {
+    return fmt::format("{}:{}", options_.file == "-" ? "standard input" : Escaped(options_.file), number);
+  }
+
+  Options options_;
+  const GlobalValues& globals_;
+  const Report& report_;
+  std::vector<Line> lines_{};
+  std::size_t wrong_ = 0;
+  bool printsRecords_ = false;
+};
+
+int Batch::Run() {
+  if (!Check()) return kWrongUsage;
+  if (options_.dryRun) return kDone;
+  return CarryOutAll();
+}
+
+bool Batch::Check() {
+  const auto bytes =
+      ReadFile(options_.file, kLongestFile, "a file of commands has at most 256 MiB");
+  std::string_view rest(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  for (std::size_t number = 1; !rest.empty(); ++number) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    if (auto line = CheckLine(number, rest.substr(0, end))) lines_.push_back(std::move(*line));
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  if (wrong_ > kMostComplaints) {
+    tools::Complain("vdrctl", fmt::format("{} more lines are wrong", wrong_ - kMostComplaints));
+  }
+  return wrong_ == 0;
+}
+
+// Nothing for a line that is empty, and for one that is wrong.
+std::optional<Line> Batch::CheckLine(std::size_t number, std::string_view text) {
+  std::string complaint;
+  std::string understood;
+  try {
+    const auto words = SplitLine(text);
+    if (words.empty()) return std::nullopt;
+    auto parsed = Parse(words);
+    auto* invocation = std::get_if<Invocation>(&parsed);
+    if (!invocation) {
+      complaint = "help and version are not for a file of commands";
+    } else if (!invocation->command->handler.call) {
+      complaint = "a file of commands can't run another one";
+    } else if (invocation->globals.IsGiven()) {
+      complaint = "options that hold for all commands stand behind 'vdrctl batch'";
+    } else {
+      printsRecords_ = printsRecords_ || !invocation->command->reply.layouts.empty();
+      return Line{number, std::move(*invocation)};
+    }
+  } catch (const WrongLine& line) {
+    complaint = line.what();
+  } catch (const WrongUsage& wrong) {
+    complaint = wrong.what();
+    understood = wrong.words();
+  }
+  if (++wrong_ <= kMostComplaints) report_.WrongUsage(complaint, understood, Place(number));
+  return std::nullopt;
+}
+
+int Batch::CarryOutAll() {
+  View view(globals_, printsRecords_);
+  Writer writer(stdout);
+  Progress progress(lines_.size());
+  std::size_t done = 0;
+  std::size_t failed = 0;
+  int status = kDone;
+  for (const Line& line : lines_) {
+    progress.Show(done + failed);
+    const int ending =
+        Execute(line.invocation, view.presentation(), writer, report_, Place(line.number));
+    ending == kDone ? ++done : ++failed;
+    if (status == kDone) status = ending;
+    if (ending != kDone && !options_.keepGoing) break;
+    writer.Part();
+  }
+  progress.Clear();
+  writer.Finish();
+  Summarise(done, failed);
+  return status;
+}
+
+void Batch::Summarise(std::size_t done, std::size_t failed) const {
+  const std::size_t notTried = lines_.size() - done - failed;
+  if (globals_.json) {
+    tools::Tell(
+        fmt::format("{{\"done\":{},\"failed\":{},\"notTried\":{}}}\n", done, failed, notTried));
+  } else {
+    tools::Complain("vdrctl", fmt::format("{}: {} done, {} failed, {} not tried", options_.file,
+                                          done, failed, notTried));
+  }
+}
+
+}  // namespace
+
+int RunBatch(const Invocation& batch, const Report& report) { return Batch(batch, report).Run(); }
+
+}  // namespace vdrctl

@@ -1,0 +1,235 @@
+#include "output/output.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstring>
+#include <numeric>
+
+#include "output/changes.h"
+#include "output/forms.h"
+#include "output/history.h"
+#include "output/text.h"
+#include "output/value.h"
+
+namespace vdrctl {
+
+namespace {
+
+bool IsRightAligned(const Member& member) {
+  return member.field.kind == vdrzax::Field::Kind::Number && member.field.elements == 1 &&
+         (member.dress == Dress::Plain || member.dress == Dress::Hex ||
+          member.dress == Dress::Counter);
+}
+
+// Orders two values of one field as a reader would: numbers by value, the rest byte by byte.
+bool IsBefore(const Member& member, const uint8_t* left, const uint8_t* right) {
+  const vdrzax::Field& field = member.field;
+  left += field.offset;
+  right += field.offset;
+  if (IsRightAligned(member)) return NumberAt(left, field.width) < NumberAt(right, field.width);
+  return std::memcmp(left, right, field.width) < 0;
+}
+
+void PutMembers(JsonForm& form, const std::vector<const Member*>& members, const uint8_t* record) {
+  form.OpenRecord();
+  for (const Member* member : members) {
+    form.Name(member->name);
+    PutValue(form, *member, record);
+  }
+  form.CloseRecord();
+}
+
+std::string JoinedNames(const RecordView& view) {
+  std::string names;
+  for (const Member& member : view.members) names += (names.empty() ? "" : ", ") + member.name;
+  return names;
+}
+
+}  // namespace
+
+Output::Output(const Presentation& presentation, const Reply& reply, Writer& writer)
+    : presentation_(presentation), reply_(reply), writer_(writer) {
+  const bool wantsColumns = !presentation.columns.empty() || !presentation.sort.empty();
+  if (reply.layouts.empty() && wantsColumns) {
+    throw NoSuchColumn("this command prints no records, so there are no columns to choose");
+  }
+  if (reply.form != Reply::Form::List && !presentation.sort.empty()) {
+    throw NoSuchColumn("this command prints no list, so there is nothing to sort");
+  }
+  for (std::size_t index = 0; index < reply.layouts.size(); ++index) {
+    views_.push_back(MakeView(*reply.layouts[index], TitleOf(reply, index), presentation.names));
+  }
+  for (const RecordView& view : views_) Chosen(view, {});
+  if (!presentation.sort.empty() && !views_.front().Find(presentation.sort)) {
+    throw NoSuchColumn(fmt::format("no column '{}'; there are {}", Escaped(presentation.sort),
+                                   JoinedNames(views_.front())));
+  }
+}
+
+void Output::List(const Records& records) {
+  const RecordView& view = views_.front();
+  if (IsJson()) {
+    JsonArray(records, Chosen(view, {}));
+  } else {
+    Table(records, Chosen(view, reply_.columns));
+  }
+}
+
+void Output::Record(const vdrzax::RecordLayout& layout, const void* record) {
+  const auto* bytes = static_cast<const uint8_t*>(record);
+  std::size_t index = 0;
+  while (reply_.layouts[index] != &layout) ++index;
+  const auto members = Chosen(views_[index], {});
+  if (presentation_.history && !reply_.titles.empty()) return Changes(members, bytes);
+  if (IsJson()) {
+    JsonForm form(writer_);
+    PutMembers(form, members, bytes);
+    return writer_.Put('\n');
+  }
+  std::size_t width = 0;
+  for (const Member* member : members) width = std::max(width, member->name.size());
+  CellForm form(writer_);
+  for (const Member* member : members) {
+    writer_.Put(member->name);
+    writer_.Fill(width - member->name.size() + 2);
+    PutValue(form, *member, bytes);
+    writer_.Put('\n');
+  }
+}
+
+// Counters of this turn and the one before. A counter that was reset has no difference, and neither
+// has the first turn: they are 0.
+void Output::Changes(const std::vector<const Member*>& members, const uint8_t* record) {
+  History& history = *presentation_.history;
+  const auto now = std::chrono::steady_clock::now();
+  const std::size_t size = views_.front().size;
+  const bool isFirst = history.record.size() != size ||
+                       std::memcmp(history.record.data(), record, sizeof(uint32_t)) != 0;
+  const double seconds = isFirst ? 0 : std::chrono::duration<double>(now - history.time).count();
+  const uint8_t* before = isFirst ? record : history.record.data();
+  if (IsJson()) {
+    PutJsonChanges(writer_, members, before, record, seconds);
+  } else {
+    PutChanges(writer_, members, before, record, seconds);
+  }
+  history.record.assign(record, record + size);
+  history.time = now;
+}
+
+void Output::Number(uint64_t value) {
+  if (!IsJson()) return writer_.Put(fmt::format("{}\n", value));
+  writer_.Put(fmt::format("{{\"{}\":{}}}\n", reply_.member, value));
+}
+
+void Output::Address(uint32_t value) {
+  std::array<uint8_t, sizeof value> bytes{};
+  std::memcpy(bytes.data(), &value, sizeof value);
+  const std::string text = fmt::format("{}", fmt::join(bytes, "."));
+  writer_.Put(IsJson() ? fmt::format("{{\"{}\":\"{}\"}}\n", reply_.member, text) : text + "\n");
+}
+
+void Output::Mac(std::span<const uint8_t> bytes) {
+  const std::string text = fmt::format("{:02x}", fmt::join(bytes, ":"));
+  writer_.Put(IsJson() ? fmt::format("{{\"{}\":\"{}\"}}\n", reply_.member, text) : text + "\n");
+}
+
+void Output::Bytes(uint64_t length, std::span<const uint8_t> bytes) {
+  if (!IsJson()) return PutHexDump(writer_, bytes);
+  writer_.Put(fmt::format("{{\"length\":{},\"bytes\":\"", length));
+  writer_.Hex(bytes);
+  writer_.Put("\"}\n");
+}
+
+// The members that the operator asked for, or the usual ones, or all.
+std::vector<const Member*> Output::Chosen(const RecordView& view,
+                                          std::span<const char* const> usual) const {
+  std::vector<const Member*> members;
+  for (const std::string& name : presentation_.columns) {
+    members.push_back(view.Find(name));
+    if (!members.back()) {
+      throw NoSuchColumn(
+          fmt::format("no column '{}'; there are {}", Escaped(name), JoinedNames(view)));
+    }
+  }
+  if (!members.empty()) return members;
+  for (const std::string_view name : usual) {
+    for (const Member& member : view.members) {
+      if (member.field.name == name) members.push_back(&member);
+    }
+  }
+  for (const Member& member : view.members) {
+    if (usual.empty()) members.push_back(&member);
+  }
+  return members;
+}
+
+std::vector<std::size_t> Output::Order(const Records& records) const {
+  if (presentation_.sort.empty()) return {};
+  const Member& member = *views_.front().Find(presentation_.sort);
+  std::vector<std::size_t> order(records.count());
+  std::iota(order.begin(), order.end(), 0);
+  std::ranges::stable_sort(order, [&](std::size_t left, std::size_t right) {
+    return IsBefore(member, records[left], records[right]);
+  });
+  return order;
+}
+
+// Each cell is made twice, once to be measured: a list of any length needs no memory of its own.
+void Output::Table(const Records& records, const std::vector<const Member*>& columns) {
+  Writer cell;
+  CellForm form(cell);
+  const auto width = [&](const Member& column, const uint8_t* record) {
+    cell.Clear();
+    PutValue(form, column, record);
+    return DisplayWidth(cell.text());
+  };
+  std::vector<std::size_t> widths;
+  for (const Member* column : columns) {
+    std::size_t widest = presentation_.header ? column->name.size() : 0;
+    for (std::size_t index = 0; index < records.count(); ++index) {
+      widest = std::max(widest, width(*column, records[index]));
+    }
+    widths.push_back(widest);
+  }
+
+  const auto put = [&](std::size_t index, std::string_view text, std::size_t textWidth) {
+    const std::size_t padding = widths[index] - textWidth;
+    const bool right = IsRightAligned(*columns[index]);
+    if (index > 0) writer_.Fill(2);
+    if (right) writer_.Fill(padding);
+    writer_.Put(text);
+    if (!right && index + 1 < columns.size()) writer_.Fill(padding);
+  };
+  if (presentation_.header) {
+    for (std::size_t index = 0; index < columns.size(); ++index) {
+      put(index, columns[index]->name, columns[index]->name.size());
+    }
+    writer_.Put('\n');
+  }
+  const std::vector<std::size_t> order = Order(records);
+  for (std::size_t line = 0; line < records.count(); ++line) {
+    const uint8_t* record = records[order.empty() ? line : order[line]];
+    for (std::size_t index = 0; index < columns.size(); ++index) {
+      const std::size_t cellWidth = width(*columns[index], record);
+      put(index, cell.text(), cellWidth);
+    }
+    writer_.Put('\n');
+    writer_.Part();
+  }
+}
+
+void Output::JsonArray(const Records& records, const std::vector<const Member*>& members) {
+  JsonForm form(writer_);
+  const std::vector<std::size_t> order = Order(records);
+  form.Open();
+  for (std::size_t line = 0; line < records.count(); ++line) {
+    form.Next();
+    PutMembers(form, members, records[order.empty() ? line : order[line]]);
+    writer_.Part();
+  }
+  form.Close();
+  writer_.Put('\n');
+}
+
+}  // namespace vdrctl

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstdint>
+#include <cstdio>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace vdrctl {
+
+// Standard output could not be written.
+class OutputFailure : public std::runtime_error {
+ public:
+  explicit OutputFailure(int error) : std::runtime_error("standard output"), error_(error) {}
+  int error() const { return error_; }
+
+ private:
+  int error_;
+};
+
+// Collects text and hands it to a stream in large parts; without a stream it keeps all of it.
+class Writer {
+ public:
+  explicit Writer(std::FILE* stream = nullptr) : stream_(stream) {}
+
+  void Put(char character) { text_ += character; }
+  void Put(std::string_view text) { text_ += text; }
+  void Fill(std::size_t count, char character = ' ') { text_.append(count, character); }
+
+  void Number(uint64_t number) {
+    std::array<char, 20> digits;
+    text_.append(digits.data(), std::to_chars(digits.begin(), digits.end(), number).ptr);
+  }
+
+  void Hex(std::span<const uint8_t> bytes, std::string_view separator = {}) {
+    static constexpr char kDigits[] = "0123456789abcdef";
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+      if (index > 0) text_ += separator;
+      text_ += kDigits[bytes[index] >> 4];
+      text_ += kDigits[bytes[index] & 15];
+    }
+  }
+
+  // Called between records: what has gathered goes out once it is worth a write.
+  void Part() {
+    if (stream_ && text_.size() >= kPart) Flush();
+  }
+
+  // Throws OutputFailure, also for what the stream itself still held back.
+  void Finish() {
+    if (!stream_) return;
+    Flush();
+    if (std::fflush(stream_) != 0) throw OutputFailure(errno);
+  }
+
+  const std::string& text() const { return text_; }
+  void Clear() { text_.clear(); }
+
+ private:
+  static constexpr std::size_t kPart = 1 << 16;
+
+  void Flush() {
+    if (std::fwrite(text_.data(), 1, text_.size(), stream_) != text_.size()) {
+      throw OutputFailure(errno);
+    }
+    text_.clear();
+  }
+
+  std::FILE* stream_;
+  std::string text_;
+};
+
+}  // namespace vdrctl

@@ -1,0 +1,293 @@
+#include "reference/schema.h"
+
+#include <fmt/format.h>
+
+#include <string>
+
+#include "command_line.h"
+#include "command_words.h"
+#include "output/forms.h"
+#include "output/output.h"
+
+namespace vdrctl {
+
+namespace {
+
+using vdrzax::Field;
+
+constexpr const char* kDialect = "https://json-schema.org/draft/2020-12/schema";
+
+void PutText(JsonForm& form, const char* name, std::string_view text) {
+  form.Name(name);
+  form.Word(text);
+}
+
+void PutCount(JsonForm& form, const char* name, uint64_t number) {
+  form.Name(name);
+  form.Number(number);
+}
+
+void PutNumberType(JsonForm& form, uint32_t width) {
+  PutText(form, "type", "integer");
+  PutCount(form, "minimum", 0);
+  PutCount(form, "maximum", width >= 8 ? UINT64_MAX : (uint64_t{1} << (8 * width)) - 1);
+}
+
+void PutHexType(JsonForm& form, uint32_t bytes) {
+  PutText(form, "type", "string");
+  PutText(form, "pattern", fmt::format("^([0-9a-f]{{2}}){{{}}}$", bytes));
+}
+
+void PutMacType(JsonForm& form) {
+  PutText(form, "type", "string");
+  PutText(form, "pattern", "^[0-9a-f]{2}(:[0-9a-f]{2}){5}$");
+}
+
+void PutAddressType(JsonForm& form, const char* format) {
+  PutText(form, "type", "string");
+  PutText(form, "format", format);
+}
+
+void PutFlagsType(JsonForm& form) {
+  PutText(form, "type", "array");
+  form.Name("items");
+  form.OpenRecord();
+  PutText(form, "type", "string");
+  form.CloseRecord();
+}
+
+void PutElementType(JsonForm& form, const Member& member) {
+  switch (member.dress) {
+    case Dress::Ipv4:
+      return PutAddressType(form, "ipv4");
+    case Dress::Boolean:
+      return PutText(form, "type", "boolean");
+    case Dress::Flags:
+      return PutFlagsType(form);
+    default:
+      return PutNumberType(form, member.field.ElementWidth());
+  }
+}
+
+void PutObject(JsonForm& form, const std::vector<Member>& members);
+
+void PutArrayOfNumbers(JsonForm& form, const Member& member) {
+  PutText(form, "type", "array");
+  form.Name("items");
+  form.OpenRecord();
+  PutElementType(form, member);
+  form.CloseRecord();
+  PutCount(form, "minItems", member.field.elements);
+  PutCount(form, "maxItems", member.field.elements);
+}
+
+void PutArrayOfRecords(JsonForm& form, const Member& member) {
+  PutText(form, "type", "array");
+  form.Name("items");
+  form.OpenRecord();
+  PutObject(form, member.entry->members);
+  form.CloseRecord();
+  PutCount(form, "maxItems", member.field.elements);
+}
+
+void PutBytesType(JsonForm& form, const Member& member) {
+  switch (member.dress) {
+    case Dress::Ipv4:
+      return PutAddressType(form, "ipv4");
+    case Dress::Ipv6:
+      return PutAddressType(form, "ipv6");
+    case Dress::Mac:
+      return PutMacType(form);
+    case Dress::Text:
+      return PutText(form, "type", "string");
+    default:
+      return PutHexType(form, member.field.width);
+  }
+}
+
+void PutType(JsonForm& form, const Member& member) {
+  switch (member.field.kind) {
+    case Field::Kind::Number:
+      if (member.dress == Dress::Ipv6) return PutAddressType(form, "ipv6");
+      if (member.field.elements > 1) return PutArrayOfNumbers(form, member);
+      return PutElementType(form, member);
+    case Field::Kind::Text:
+      return PutText(form, "type", "string");
+    case Field::Kind::Bytes:
+      return PutBytesType(form, member);
+    case Field::Kind::Mac:
+      return PutMacType(form);
+    case Field::Kind::Entries:
+      return PutArrayOfRecords(form, member);
+    case Field::Kind::Skipped:
+      return;
+  }
+}
+
+bool IsText(const Member& member) {
+  return member.field.kind == Field::Kind::Text || member.dress == Dress::Text;
+}
+
+void PutObject(JsonForm& form, const std::vector<Member>& members) {
+  PutText(form, "type", "object");
+  form.Name("properties");
+  form.OpenRecord();
+  for (const Member& member : members) {
+    form.Name(member.name);
+    form.OpenRecord();
+    PutType(form, member);
+    form.CloseRecord();
+    if (!IsText(member)) continue;
+    form.Name(member.name + "Escaped");
+    form.OpenRecord();
+    form.Name("const");
+    form.Boolean(true);
+    form.CloseRecord();
+  }
+  form.CloseRecord();
+  form.Name("required");
+  form.Open();
+  for (const Member& member : members) {
+    form.Next();
+    form.Word(member.name);
+  }
+  form.Close();
+  form.Name("additionalProperties");
+  form.Boolean(false);
+}
+
+// An object of one member, whose type `put` puts.
+template <typename Put>
+void PutSingle(JsonForm& form, const char* member, Put put) {
+  PutText(form, "type", "object");
+  form.Name("properties");
+  form.OpenRecord();
+  form.Name(member);
+  form.OpenRecord();
+  put();
+  form.CloseRecord();
+  form.CloseRecord();
+  form.Name("required");
+  form.Open();
+  form.Next();
+  form.Word(member);
+  form.Close();
+  form.Name("additionalProperties");
+  form.Boolean(false);
+}
+
+void PutDumpObject(JsonForm& form) {
+  PutText(form, "type", "object");
+  form.Name("properties");
+  form.OpenRecord();
+  form.Name("length");
+  form.OpenRecord();
+  PutNumberType(form, 8);
+  form.CloseRecord();
+  form.Name("bytes");
+  form.OpenRecord();
+  PutText(form, "type", "string");
+  PutText(form, "pattern", "^([0-9a-f]{2})*$");
+  form.CloseRecord();
+  form.CloseRecord();
+  form.Name("required");
+  form.Open();
+  form.Next();
+  form.Word("length");
+  form.Next();
+  form.Word("bytes");
+  form.Close();
+  form.Name("additionalProperties");
+  form.Boolean(false);
+}
+
+void PutLayouts(JsonForm& form, const Output& out) {
+  const auto& views = out.views();
+  if (views.size() == 1) return PutObject(form, views.front().members);
+  form.Name("anyOf");
+  form.Open();
+  for (const RecordView& view : views) {
+    form.Next();
+    form.OpenRecord();
+    PutText(form, "title", view.name);
+    PutObject(form, view.members);
+    form.CloseRecord();
+  }
+  form.Close();
+}
+
+void PutReplySchema(JsonForm& form, const Command& command, const Output& out) {
+  switch (command.reply.form) {
+    case Reply::Form::Number:
+      return PutSingle(form, command.reply.member, [&] { PutNumberType(form, 4); });
+    case Reply::Form::Address:
+      return PutSingle(form, command.reply.member, [&] { PutAddressType(form, "ipv4"); });
+    case Reply::Form::Mac:
+      return PutSingle(form, command.reply.member, [&] { PutMacType(form); });
+    case Reply::Form::Record:
+      return PutLayouts(form, out);
+    case Reply::Form::List:
+      PutText(form, "type", "array");
+      form.Name("items");
+      form.OpenRecord();
+      PutLayouts(form, out);
+      return form.CloseRecord();
+    case Reply::Form::Bytes:
+      return PutDumpObject(form);
+    case Reply::Form::Table:
+    case Reply::Form::None:
+      return;
+  }
+}
+
+bool PrintsJson(const Command& command) {
+  return command.reply.form != Reply::Form::None && command.reply.form != Reply::Form::Table;
+}
+
+void PutCommandSchema(JsonForm& form, const Command& command, const Presentation& presentation) {
+  Writer unused;
+  PutText(form, "title", "vdrctl " + FullName(command) + " --json");
+  PutReplySchema(form, command, Output(presentation, command.reply, unused));
+}
+
+const Command& Named(const std::string& words) {
+  const Command* command = FindCommand(words);
+  if (command && PrintsJson(*command)) return *command;
+  throw WrongUsage(command ? "'vdrctl " + words + "' prints no JSON"
+                           : "there is no command '" + Escaped(words) + "'",
+                   "vdrctl commands");
+}
+
+}  // namespace
+
+int PrintSchema(Output& out, const char* first, const char* second, const char* third) {
+  std::string words = first ? first : "";
+  for (const char* word : {second, third}) {
+    if (word) words += std::string(" ") + word;
+  }
+  const Presentation presentation{.names = out.names()};
+  Writer text;
+  JsonForm form(text);
+  form.OpenRecord();
+  PutText(form, "$schema", kDialect);
+  if (!words.empty()) {
+    PutCommandSchema(form, Named(words), presentation);
+  } else {
+    form.Name("$defs");
+    form.OpenRecord();
+    ForEachCommand([&](const Command& command) {
+      if (!PrintsJson(command)) return;
+      form.Name(FullName(command));
+      form.OpenRecord();
+      PutCommandSchema(form, command, presentation);
+      form.CloseRecord();
+    });
+    form.CloseRecord();
+  }
+  form.CloseRecord();
+  text.Put('\n');
+  out.Text(text.text());
+  return 0;
+}
+
+}  // namespace vdrctl

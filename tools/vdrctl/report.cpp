@@ -1,0 +1,84 @@
+#include "report.h"
+
+#include <fmt/format.h>
+
+#include <cstring>
+
+#include "common/standard_streams.h"
+#include "device_hint.h"
+#include "output/text.h"
+
+namespace vdrctl {
+
+namespace {
+
+std::string ErrorName(int error) {
+  const char* name = strerrorname_np(error);
+  return name ? name : std::to_string(error);
+}
+
+void PutMember(Writer& out, std::string_view name, std::string_view value) {
+  if (value.empty()) return;
+  if (out.text().back() != '{') out.Put(',');
+  PutJsonText(out, name);
+  out.Put(':');
+  PutJsonText(out, value);
+}
+
+}  // namespace
+
+int Report::Failure(std::string_view what, int error, std::string_view place,
+                    std::string_view hint) const {
+  if (error == 0) return Tell({kFailed, place, what, "failed without giving a reason", "", ""});
+  return Tell({kFailed, place, what, std::strerror(error), ErrorName(error), hint});
+}
+
+int Report::CommandFailure(std::string_view what, int error, std::string_view place) const {
+  const std::string hint = DeviceHint(error);
+  if (hint.empty()) return Failure(what, error, place);
+  return Tell({kNoDevice, place, what, std::strerror(error), ErrorName(error), hint});
+}
+
+int Report::WrongUsage(std::string_view complaint, std::string_view understood,
+                       std::string_view place) const {
+  const std::string hint = understood.empty() ? "" : fmt::format("Try '{} --help'", understood);
+  return Tell({vdrctl::kWrongUsage, place, "", complaint, "", hint});
+}
+
+void Report::Release() {
+  tools::Tell(*held_);
+  held_.reset();
+}
+
+int Report::Tell(const Line& line) const {
+  Writer out;
+  if (json_) {
+    out.Put(fmt::format("{{\"status\":{},\"error\":{{", static_cast<int>(line.status)));
+    PutMember(out, "place", line.place);
+    PutMember(out, "command", line.what);
+    PutMember(out, "message", line.message);
+    PutMember(out, "errno", line.errorName);
+    PutMember(out, "hint", line.hint);
+    out.Put("}}\n");
+  } else {
+    out.Put("vdrctl: ");
+    if (!line.place.empty()) out.Put(fmt::format("{}: ", line.place));
+    if (!line.what.empty()) PutEscaped(out, fmt::format("{}: ", line.what));
+    out.Put(line.message);
+    if (!line.errorName.empty()) out.Put(fmt::format(" ({})", line.errorName));
+    out.Put('\n');
+    if (!line.hint.empty()) {
+      out.Put(line.status == vdrctl::kWrongUsage ? "" : "hint: ");
+      out.Put(line.hint);
+      out.Put('\n');
+    }
+  }
+  if (held_) {
+    *held_ += out.text();
+  } else {
+    tools::Tell(out.text());
+  }
+  return line.status;
+}
+
+}  // namespace vdrctl

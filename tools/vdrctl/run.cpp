@@ -1,0 +1,76 @@
+#include "run.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "batch/batch.h"
+#include "command_words.h"
+#include "device_hint.h"
+#include "names/names_file.h"
+#include "output/output.h"
+#include "watch.h"
+
+namespace vdrctl {
+
+namespace {
+
+std::vector<std::string> SplitAtCommas(const std::string& text) {
+  std::vector<std::string> parts;
+  for (std::size_t start = 0; start <= text.size();) {
+    const std::size_t end = std::min(text.find(',', start), text.size());
+    parts.push_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  return parts;
+}
+
+// A file that is named is read in any case, so that a mistake in it does not wait to be found.
+std::unique_ptr<const FieldNames> NamesFor(const GlobalValues& globals, bool printsRecords) {
+  const auto file = globals.names ? globals.names : printsRecords ? UsualNamesFile() : std::nullopt;
+  return file ? std::make_unique<const FieldNames>(ReadNames(*file)) : nullptr;
+}
+
+bool IsForgiven(const Invocation& invocation, int error) {
+  return invocation.command->Deletes() && invocation.values.back() && error == ENOENT &&
+         DeviceHint(error).empty();
+}
+
+}  // namespace
+
+View::View(const GlobalValues& globals, bool printsRecords)
+    : names_(NamesFor(globals, printsRecords)) {
+  presentation_.form = globals.json ? Presentation::Form::Json : Presentation::Form::Tables;
+  presentation_.header = !globals.noHeader;
+  if (globals.columns) presentation_.columns = SplitAtCommas(*globals.columns);
+  if (globals.sort) presentation_.sort = *globals.sort;
+  presentation_.names = names_.get();
+}
+
+int Execute(const Invocation& invocation, const Presentation& presentation, Writer& writer,
+            const Report& report, std::string_view place) {
+  const Command& command = *invocation.command;
+  try {
+    Output out(presentation, command.reply, writer);
+    errno = 0;
+    if (command.handler.call(out, command.Parameters(), invocation.values) == 0) return kDone;
+  } catch (const NoSuchColumn& none) {
+    throw WrongUsage(none.what(), "vdrctl " + FullName(command));
+  }
+  const int error = errno;
+  if (IsForgiven(invocation, error)) return kDone;
+  return report.CommandFailure(InWords(invocation), error, place);
+}
+
+int CarryOut(const Invocation& invocation, const Report& report) {
+  if (!invocation.command->handler.call) return RunBatch(invocation, report);
+  View view(invocation.globals, !invocation.command->reply.layouts.empty());
+  if (invocation.globals.watch) return Watch(invocation, view.presentation(), report);
+  Writer writer(stdout);
+  const int status = Execute(invocation, view.presentation(), writer, report);
+  if (status == kDone) writer.Finish();
+  return status;
+}
+
+}  // namespace vdrctl

@@ -1,0 +1,150 @@
+#include "values.h"
+
+#include <arpa/inet.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <cstring>
+
+namespace vdrctl {
+
+namespace {
+
+template <typename Number>
+std::optional<Number> ParseDigits(std::string_view text, int base) {
+  Number number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number, base);
+  if (error != std::errc{} || stop != end) return std::nullopt;
+  return number;
+}
+
+// Splits at the only slash.
+std::optional<std::pair<std::string_view, std::string_view>> SplitAtSlash(std::string_view text) {
+  const std::size_t slash = text.find('/');
+  if (slash == std::string_view::npos) return std::nullopt;
+  return std::pair(text.substr(0, slash), text.substr(slash + 1));
+}
+
+std::optional<uint32_t> MaskOfLength(std::string_view text) {
+  const auto length = ParseDigits<uint8_t>(text, 10);
+  if (!length || *length > 32) return std::nullopt;
+  return htonl(*length == 0 ? 0 : ~uint32_t{0} << (32 - *length));
+}
+
+// Ones and then zeros: anything else is a slip of the hand.
+std::optional<uint32_t> Netmask(std::string_view text) {
+  const auto mask = ParseIpv4(text);
+  if (!mask) return std::nullopt;
+  const uint32_t bits = ntohl(*mask);
+  return std::countl_one(bits) + std::countr_zero(bits) >= 32 ? mask : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<uint64_t> ParseNumber(std::string_view text) {
+  if (text.starts_with("0x") || text.starts_with("0X")) {
+    return ParseDigits<uint64_t>(text.substr(2), 16);
+  }
+  return ParseDigits<uint64_t>(text, 10);
+}
+
+std::optional<uint32_t> ParseIpv4(std::string_view text) {
+  in_addr address{};
+  if (inet_pton(AF_INET, std::string(text).c_str(), &address) != 1) return std::nullopt;
+  return address.s_addr;
+}
+
+std::optional<Prefix> ParsePrefix(std::string_view text) {
+  const auto parts = SplitAtSlash(text);
+  if (!parts) return std::nullopt;
+  const auto address = ParseIpv4(parts->first);
+  const bool dotted = parts->second.find('.') != std::string_view::npos;
+  const auto mask = dotted ? Netmask(parts->second) : MaskOfLength(parts->second);
+  if (!address || !mask) return std::nullopt;
+  return Prefix{*address, *mask};
+}
+
+std::optional<Ipv6> ParseIpv6(std::string_view text) {
+  in6_addr address{};
+  if (inet_pton(AF_INET6, std::string(text).c_str(), &address) != 1) return std::nullopt;
+  return std::bit_cast<Ipv6>(address);
+}
+
+std::optional<Prefix6> ParsePrefix6(std::string_view text) {
+  const auto parts = SplitAtSlash(text);
+  if (!parts) return std::nullopt;
+  const auto address = ParseIpv6(parts->first);
+  const auto length = ParseDigits<uint8_t>(parts->second, 10);
+  if (!address || !length || *length > 128) return std::nullopt;
+  return Prefix6{*address, *length};
+}
+
+std::optional<MacValue> ParseMac(std::string_view text) {
+  MacValue mac{};
+  for (uint8_t& byte : mac.bytes) {
+    const std::size_t end = std::min(text.find_first_of(":-"), text.size());
+    const auto value = ParseDigits<uint8_t>(text.substr(0, end), 16);
+    const bool last = &byte == std::end(mac.bytes) - 1;
+    if (!value || end > 2 || (end == text.size()) != last) return std::nullopt;
+    byte = *value;
+    text.remove_prefix(last ? end : end + 1);
+  }
+  return mac;
+}
+
+std::string MacText(const MacValue& mac) {
+  return fmt::format("{:02x}", fmt::join(mac.bytes, ":"));
+}
+
+std::optional<bool> ParseSwitch(std::string_view text) {
+  if (text == "on") return true;
+  if (text == "off") return false;
+  return std::nullopt;
+}
+
+std::vector<uint64_t> ParseNumbers(std::string_view text, char separator, uint64_t largest) {
+  std::vector<uint64_t> numbers;
+  for (std::size_t start = 0; start <= text.size();) {
+    const std::size_t end = std::min(text.find(separator, start), text.size());
+    const auto number = ParseNumber(text.substr(start, end - start));
+    if (!number || *number > largest) return {};
+    numbers.push_back(*number);
+    start = end + 1;
+  }
+  return numbers;
+}
+
+std::vector<uint8_t> ParseHexBytes(std::string_view text) {
+  std::vector<uint8_t> bytes;
+  for (; !text.empty(); text.remove_prefix(2)) {
+    const auto byte = text.size() < 2 ? std::nullopt : ParseDigits<uint8_t>(text.substr(0, 2), 16);
+    if (!byte) return {};
+    bytes.push_back(*byte);
+  }
+  return bytes;
+}
+
+std::optional<std::string> Unescaped(std::string_view text) {
+  std::string bytes;
+  while (!text.empty()) {
+    if (text.front() != '\\') {
+      bytes += text.front();
+      text.remove_prefix(1);
+    } else if (text.starts_with("\\\\")) {
+      bytes += '\\';
+      text.remove_prefix(2);
+    } else {
+      const bool complete = text.starts_with("\\x") && text.size() >= 4;
+      const auto byte = complete ? ParseDigits<uint8_t>(text.substr(2, 2), 16) : std::nullopt;
+      if (!byte || *byte == 0) return std::nullopt;
+      bytes += static_cast<char>(*byte);
+      text.remove_prefix(4);
+    }
+  }
+  return bytes;
+}
+
+}  // namespace vdrctl

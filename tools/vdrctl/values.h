@@ -1,0 +1,65 @@
+#pragma once
+
+#include <vdrzax/channel.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Values as people write them. Each reader takes the whole text or nothing; addresses come out in
+// network byte order, as the datapath has them.
+
+namespace vdrctl {
+
+// An IPv4 address and the netmask that was written behind it.
+struct Prefix {
+  uint32_t address;
+  uint32_t mask;
+};
+
+// The two halves of an IPv6 address.
+struct Ipv6 {
+  uint64_t high;
+  uint64_t low;
+};
+
+struct Prefix6 {
+  Ipv6 address;
+  uint8_t length;
+};
+
+// Decimal, or hexadecimal after 0x, and nothing around it.
+std::optional<uint64_t> ParseNumber(std::string_view text);
+
+std::optional<uint32_t> ParseIpv4(std::string_view text);
+
+// "10.0.0.0/24" or "10.0.0.0/255.255.255.0".
+std::optional<Prefix> ParsePrefix(std::string_view text);
+
+std::optional<Ipv6> ParseIpv6(std::string_view text);
+
+// "2001:db8::/32".
+std::optional<Prefix6> ParsePrefix6(std::string_view text);
+
+// Six groups of one or two hexadecimal digits with colons or dashes between them.
+std::optional<MacValue> ParseMac(std::string_view text);
+
+// "02:00:5e:10:ab:ff", as commands that take the text itself want it.
+std::string MacText(const MacValue& mac);
+
+// "on" or "off".
+std::optional<bool> ParseSwitch(std::string_view text);
+
+// Numbers up to `largest` with a separator between them, at least one; none when one is not such.
+std::vector<uint64_t> ParseNumbers(std::string_view text, char separator, uint64_t largest);
+
+// Pairs of hexadecimal digits; none when it is not just these.
+std::vector<uint8_t> ParseHexBytes(std::string_view text);
+
+// Reads \xNN and \\ as the byte that they stand for, which is how tables print what can't be shown.
+// Any other backslash, and a byte of zero, which would end the text, is refused.
+std::optional<std::string> Unescaped(std::string_view text);
+
+}  // namespace vdrctl

@@ -1,0 +1,160 @@
+#include "watch.h"
+
+#include <signal.h>
+#include <sys/ioctl.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <string>
+
+#include "common/standard_streams.h"
+#include "output/history.h"
+#include "output/text.h"
+#include "run.h"
+
+namespace vdrctl {
+
+namespace {
+
+volatile sig_atomic_t endingSignal = 0;
+
+void TakeSignal(int number) { endingSignal = number; }
+
+constexpr int kEndingSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+double Interval(const std::string& text) {
+  double seconds = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, seconds);
+  if (error != std::errc{} || stop != end || !(seconds >= 0.1 && seconds <= 86400)) {
+    throw WrongUsage(
+        "--watch: '" + Escaped(text) + "' is not a number of seconds from 0.1 to 86400", "vdrctl");
+  }
+  return seconds;
+}
+
+// The screen of the terminal, which comes back as it was.
+class Screen {
+ public:
+  Screen() { Put("\x1b[?1049h\x1b[?25l"); }
+  ~Screen() { Put("\x1b[?25h\x1b[?1049l"); }
+  Screen(const Screen&) = delete;
+  Screen& operator=(const Screen&) = delete;
+
+  // As much as there is room for; the rest is cut, and counted in the last line.
+  void Show(std::string_view text);
+
+ private:
+  static void Put(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fflush(stdout);
+  }
+};
+
+void Screen::Show(std::string_view text) {
+  winsize size{};
+  const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0;
+  std::size_t room = known ? size.ws_row - 1U : 23;
+  std::string screen = "\x1b[H";
+  std::size_t hidden = 0;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    if (room > 0) {
+      const std::size_t columns = known ? size.ws_col : 80;
+      screen += text.substr(0, std::min(end, columns));
+      screen += "\x1b[K\r\n";
+      --room;
+    } else {
+      ++hidden;
+    }
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  screen += "\x1b[J";
+  if (hidden > 0) screen += std::to_string(hidden) + " more lines";
+  Put(screen);
+}
+
+void HoldSignals() {
+  struct sigaction action {};
+  action.sa_handler = TakeSignal;
+  for (const int number : kEndingSignals) {
+    struct sigaction before {};
+    sigaction(number, nullptr, &before);
+    if (before.sa_handler != SIG_IGN) sigaction(number, &action, nullptr);
+  }
+}
+
+// Sleeps until the next turn is due, however long this one took; a signal ends it early.
+void AwaitNextTurn(timespec& due, double interval) {
+  const double whole = std::floor(interval);
+  due.tv_sec += static_cast<time_t>(whole);
+  due.tv_nsec += static_cast<long>((interval - whole) * 1e9);
+  if (due.tv_nsec >= 1'000'000'000) {
+    due.tv_nsec -= 1'000'000'000;
+    ++due.tv_sec;
+  }
+  if (endingSignal == 0) clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &due, nullptr);
+}
+
+// Whoever started this program must see how it ended.
+int EndBySignal(int number) {
+  (void)::signal(number, SIG_DFL);
+  (void)raise(number);
+  return kFailed;
+}
+
+int Turn(const Invocation& invocation, const Presentation& presentation, const Report& report,
+         Screen* screen) {
+  Writer writer(screen ? nullptr : stdout);
+  const int status = Execute(invocation, presentation, writer, report);
+  if (status != kDone) return status;
+  if (screen) {
+    screen->Show(writer.text());
+  } else {
+    writer.Finish();
+  }
+  return kDone;
+}
+
+int RunTurns(const Invocation& invocation, Presentation& presentation, const Report& report,
+             Screen* screen) {
+  const double interval = Interval(*invocation.globals.watch);
+  History history;
+  presentation.history = &history;
+  timespec due{};
+  clock_gettime(CLOCK_MONOTONIC, &due);
+  for (bool first = true; endingSignal == 0; first = false) {
+    const bool needsGap = !first && !screen && presentation.form == Presentation::Form::Tables;
+    if (needsGap) tools::Print("\n");
+    const int status = Turn(invocation, presentation, report, screen);
+    if (status != kDone) return status;
+    AwaitNextTurn(due, interval);
+  }
+  return kDone;
+}
+
+}  // namespace
+
+int Watch(const Invocation& invocation, Presentation presentation, const Report& report) {
+  Interval(*invocation.globals.watch);
+  HoldSignals();
+  int status = kDone;
+  if (isatty(STDOUT_FILENO) != 0 && presentation.form == Presentation::Form::Tables) {
+    // What is reported must reach the screen that stays.
+    Report silent = report;
+    silent.Hold();
+    {
+      Screen screen;
+      status = RunTurns(invocation, presentation, silent, &screen);
+    }
+    silent.Release();
+  } else {
+    status = RunTurns(invocation, presentation, report, nullptr);
+  }
+  return endingSignal != 0 ? EndBySignal(endingSignal) : status;
+}
+
+}  // namespace vdrctl
