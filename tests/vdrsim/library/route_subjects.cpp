@@ -1,8 +1,6 @@
 #include <arpa/inet.h>
 
-#include <algorithm>
 #include <cstdlib>
-#include <span>
 
 #include "subject.h"
 
@@ -24,16 +22,6 @@ void DropLif() { VDRZAX_DelLif("uplink", "", "edge-1"); }
 // Addresses in the order of their numbers, as their bytes stand.
 uint32_t Ip(int number) { return htonl(0x0a000000 + static_cast<uint32_t>(number)); }
 uint64_t Ipv6Part2(int number) { return uint64_t{Ip(number)} << 32; }
-
-// The one of a list that begins with the key, where no getter shows one alone.
-Read FindIn(const Read& list, size_t size, const wire::Bytes& key) {
-  if (list.error != 0) return list;
-  for (auto rest = std::span(list.bytes); !rest.empty(); rest = rest.subspan(size)) {
-    if (!std::ranges::equal(rest.first(key.size()), key)) continue;
-    return {.error = 0, .bytes = {rest.begin(), rest.begin() + static_cast<ptrdiff_t>(size)}};
-  }
-  return {.error = ENOENT, .bytes = {}};
-}
 
 Read ListRoutes() {
   RecordList* list = nullptr;

@@ -1,5 +1,8 @@
 #include "subject.h"
 
+#include <algorithm>
+#include <span>
+
 namespace library {
 
 std::string Difference(const Read& read, const wire::Wire& expected) {
@@ -13,6 +16,15 @@ Read ReadList(int result, RecordList* list, void (*release)(RecordList*), size_t
   if (!bytes.empty()) std::memcpy(bytes.data(), list->entries, bytes.size());
   release(list);
   return {.error = 0, .bytes = std::move(bytes)};
+}
+
+Read FindIn(const Read& list, size_t size, const wire::Bytes& key, size_t offset) {
+  if (list.error != 0) return list;
+  for (auto rest = std::span(list.bytes); !rest.empty(); rest = rest.subspan(size)) {
+    if (!std::ranges::equal(rest.subspan(offset, key.size()), key)) continue;
+    return {.error = 0, .bytes = {rest.begin(), rest.begin() + static_cast<ptrdiff_t>(size)}};
+  }
+  return {.error = ENOENT, .bytes = {}};
 }
 
 std::ostream& operator<<(std::ostream& stream, const Subject& subject) {

@@ -39,6 +39,9 @@ Read ReadRecord(int result, Record* record, void (*release)(Record*)) {
 // All records of a list, one after another.
 Read ReadList(int result, RecordList* list, void (*release)(RecordList*), size_t size);
 
+// The record of a list that has the key at that offset, where no getter shows one alone.
+Read FindIn(const Read& list, size_t size, const wire::Bytes& key, size_t offset = 0);
+
 // One kind of objects. They are numbered from 0 on, in the order in which they are listed, and each
 // can be set to more than one version.
 struct Subject {
@@ -55,6 +58,9 @@ struct Subject {
   std::function<Read(int number)> get;
   std::function<Read()> list;
   std::function<wire::Wire(int number, uint32_t version)> record;
+
+  // What the list leaves in errno when there is nothing that the objects could live in.
+  int listWithoutParents = ENOENT;
 };
 
 std::ostream& operator<<(std::ostream& stream, const Subject& subject);
@@ -66,5 +72,6 @@ std::string Numbered(const std::string& kind, int number);
 std::vector<Subject> InstanceSubjects();
 std::vector<Subject> LifSubjects();
 std::vector<Subject> RouteSubjects();
+std::vector<Subject> BridgeSubjects();
 
 }  // namespace library

@@ -1,12 +1,10 @@
-#include <charconv>
 #include <limits>
-#include <optional>
-#include <string_view>
 
 #include "bridge/bridge_fdb_record.h"
 #include "datapath/answers.h"
 #include "datapath/bridge_handlers.h"
 #include "datapath/bridge_objects.h"
+#include "datapath/mac_text.h"
 
 namespace vdrsim {
 
@@ -18,22 +16,6 @@ using FdbEntries = Table<MacAddress, FdbEntry>;
 // What a list of a table has room for. Of the tables themselves there is no list.
 constexpr size_t kMostEntries = 10240;
 constexpr size_t kMostTables = std::numeric_limits<size_t>::max();
-
-// Six groups of two hexadecimal digits, separated by colons or dashes.
-std::optional<MacAddress> MacFrom(std::string_view text) {
-  MacAddress mac{};
-  if (text.size() != mac.size() * 3 - 1) return std::nullopt;
-  for (size_t group = 0; group < mac.size(); ++group) {
-    const std::string_view digits = text.substr(group * 3, 2);
-    const std::string_view separator = text.substr(group * 3 + 2, 1);
-    uint8_t byte = 0;
-    const auto [end, error] = std::from_chars(digits.begin(), digits.end(), byte, 16);
-    if (error != std::errc{} || end != digits.end()) return std::nullopt;
-    if (!separator.empty() && separator != ":" && separator != "-") return std::nullopt;
-    mac[group] = std::byte{byte};
-  }
-  return mac;
-}
 
 template <size_t Index>
 FdbTableName TableName(const InputOf<Index>& input) {
@@ -61,7 +43,7 @@ Answer Handle(const State& state, const Input<"GetBridgeFdbEntries">& input) {
 
 int Handle(State& state, const Input<"BridgeSetFdbEntry">& input) {
   return OnBridging(state, input, [&](Bridging& bridging) {
-    const auto mac = MacFrom(input.Text("macText"));
+    const auto mac = ParseMac(input.Text("macText"));
     if (!mac) return EINVAL;
     return bridging.forwarding.Set(TableName(input), kMostTables, [&](FdbEntries& entries) {
       return entries.Set(*mac, kMostEntries, [&](FdbEntry& entry) {
