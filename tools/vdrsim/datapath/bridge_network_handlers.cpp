@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <array>
 #include <compare>
+#include <cstring>
 #include <map>
+#include <string_view>
 #include <vector>
 
 #include "bridge/bridge_network_record.h"

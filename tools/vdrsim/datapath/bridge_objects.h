@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
