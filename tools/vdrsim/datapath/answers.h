@@ -124,6 +124,12 @@ Answer TableAnswer(const Table& table, Show show) {
   return StreamAnswer(TableRecords<Layout, Table, Show>(table, std::move(show)));
 }
 
+// The same behind their number.
+template <const vdrzax::RecordLayout& Layout, typename Table, typename Show>
+Answer CountedTableAnswer(const Table& table, Show show) {
+  return StreamAnswer(CountFirst(TableRecords<Layout, Table, Show>(table, std::move(show))));
+}
+
 // A record for each row of a selection that is made of a snapshot once nothing is locked:
 // select(snapshot) returns a vector of rows, and show(writer, row) fills the record of one.
 template <const vdrzax::RecordLayout& Layout, typename Snapshot, typename Select, typename Show>

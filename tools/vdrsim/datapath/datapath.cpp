@@ -9,6 +9,7 @@
 #include "datapath/bridge_handlers.h"
 #include "datapath/instance_handlers.h"
 #include "datapath/lif_handlers.h"
+#include "datapath/mcast_handlers.h"
 #include "datapath/route_handlers.h"
 #include "requests/input.h"
 

@@ -36,13 +36,28 @@ auto Do(const Action& action, Object& object) {
   }
 }
 
+// Does `action` on the object of that key: ENOENT without one.
+template <typename Table, typename Key, typename Action>
+auto OnKey(Table& table, const Key& key, const Action& action) {
+  auto* object = table.Find(key);
+  return object ? Do(action, *object) : Refused<decltype(Do(action, *object))>(ENOENT);
+}
+
 // Does `action` on the object of that name: EINVAL without a name, ENOENT without an object.
 template <typename Table, typename Action>
 auto OnNamed(Table& table, std::optional<std::string_view> name, const Action& action) {
-  using Outcome = decltype(Do(action, *table.Find(*name)));
-  if (!name) return Refused<Outcome>(EINVAL);
-  auto* object = table.Find(*name);
-  return object ? Do(action, *object) : Refused<Outcome>(ENOENT);
+  using Outcome = decltype(OnKey(table, *name, action));
+  return name ? OnKey(table, *name, action) : Refused<Outcome>(EINVAL);
+}
+
+// Deletes something that the object of that key holds, and the object with the last of it.
+template <typename Table, typename Key, typename Delete>
+int DeleteWithin(Table& table, const Key& key, const Delete& deleteOne) {
+  auto* object = table.Find(key);
+  if (!object) return ENOENT;
+  const int error = deleteOne(*object);
+  if (object->IsEmpty()) table.Delete(key);
+  return error;
 }
 
 template <typename Object>

@@ -7,6 +7,7 @@
 #include "datapath/bridge_state.h"
 #include "datapath/counters.h"
 #include "datapath/lif_state.h"
+#include "datapath/mcast_state.h"
 #include "datapath/route_state.h"
 #include "datapath/table.h"
 
@@ -38,6 +39,7 @@ struct Instance {
   Table<RouteKey, Route> routes{};
   Table<Ipv6RouteKey, Ipv6Route> ipv6Routes{};
   Bridging bridging{};
+  Multicast multicast{};
 
   Counters counters{};
 

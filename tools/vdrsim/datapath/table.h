@@ -63,6 +63,7 @@ template <typename Key, typename Object>
 class Table {
  public:
   size_t size() const { return map_.Read().size(); }
+  bool IsEmpty() const { return size() == 0; }
   auto begin() const { return map_.Read().begin(); }
   auto end() const { return map_.Read().end(); }
 
