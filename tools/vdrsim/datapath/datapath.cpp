@@ -7,10 +7,14 @@
 #include <utility>
 
 #include "datapath/bridge_handlers.h"
+#include "datapath/connection_handlers.h"
+#include "datapath/e2i_handlers.h"
 #include "datapath/instance_handlers.h"
 #include "datapath/lif_handlers.h"
 #include "datapath/mcast_handlers.h"
+#include "datapath/policy_handlers.h"
 #include "datapath/route_handlers.h"
+#include "datapath/services_handlers.h"
 #include "requests/input.h"
 
 namespace vdrsim {

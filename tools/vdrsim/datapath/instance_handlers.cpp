@@ -22,6 +22,7 @@ void ShowInstance(RecordWriter<vdrzax::kInstanceRecord> record, std::string_view
       .Text("text73", instance.text)
       .Text("text329", instance.tunables)
       .Number("word399", instance.tunablesValue)
+      .Number("word403", instance.cpAddress)
       .Text("text457", instance.mcastRouting.name2)
       .Number("half521", instance.mcastRouting.value3)
       .Number("word563", instance.mcastRouting.value1)

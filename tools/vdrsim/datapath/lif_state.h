@@ -3,12 +3,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "datapath/bridge_state.h"
 #include "datapath/counters.h"
 #include "datapath/neighbour_state.h"
+#include "datapath/policy_state.h"
 #include "datapath/table.h"
 #include "requests/input.h"
 
@@ -61,6 +63,8 @@ struct Lif {
   Neighbours proxyArps{};
   Neighbours ipv6Neighbours{};
   Neighbours ipv6Proxies{};
+  LifPolicies policies{};
+  std::optional<PolicyTableRef> policyTableRef{};
 
   Counters counters{};
   Counts cachedCounts{};

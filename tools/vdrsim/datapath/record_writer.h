@@ -44,7 +44,7 @@ class RecordWriter {
     }
   };
 
-  // `record` is as long as the layout.
+  // `record` is as long as the layout, or ends behind the last of its entries.
   explicit RecordWriter(std::span<std::byte> record) : record_(record) {}
 
   const RecordWriter& Number(NumberRow row, uint64_t value) const {

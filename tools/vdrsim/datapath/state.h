@@ -5,10 +5,14 @@
 #include <string>
 
 #include "datapath/bridge_state.h"
+#include "datapath/connection_state.h"
 #include "datapath/counters.h"
+#include "datapath/e2i_state.h"
 #include "datapath/lif_state.h"
 #include "datapath/mcast_state.h"
+#include "datapath/policy_state.h"
 #include "datapath/route_state.h"
+#include "datapath/services_state.h"
 #include "datapath/table.h"
 
 // All that the simulated datapath remembers: plain values, one structure an object, keyed by what
@@ -23,6 +27,8 @@ struct Instance {
   std::string text{};
   std::string tunables{};
   uint32_t tunablesValue = 0;
+  uint32_t cpAddress = 0;
+  uint32_t cpSyncState = 0;
 
   struct McastRouting {
     std::string name2{};
@@ -40,6 +46,7 @@ struct Instance {
   Table<Ipv6RouteKey, Ipv6Route> ipv6Routes{};
   Bridging bridging{};
   Multicast multicast{};
+  LifPolicies policies{};  // those that name no LIF
 
   Counters counters{};
 
@@ -55,6 +62,16 @@ struct State {
   uint32_t statsLevel = 0;
   uint32_t txDispatchQueueSize = 0;
   bool preUnloadAnnounced = false;
+  uint32_t cpActivation = 0;
+
+  Table<std::string, Connection> connections{};
+  Table<uint32_t, Policies> policies{};  // by key
+  Table<uint32_t, PolicyTable> policyTables{};
+  Table<uint32_t, E2i> e2iEntries{};
+  Table<MacAddress, PhysicalMac> physicalMacs{};
+  FullSyncSaves fullSyncSaves{};
+  Table<std::string, SoftRss> softRss{};
+  PublicAddresses publicAddresses{};
 
   Table<std::string, BridgeCluster> bridgeClusters{};
   Table<std::string, BfdPortConnection> bfdPortConnections{};
