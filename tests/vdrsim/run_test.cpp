@@ -153,7 +153,7 @@ TEST(Run, EndsHoweverFewDescriptorsItMayHave) {
   for (int few = 4; few <= 20; ++few) {
     const Result result =
         Execute({"sh", "-c",
-                 "ulimit -n " + std::to_string(few) +
+                 "exec 3>&- 4>&- 5>&- 6>&- 7>&- 8>&- 9>&-; ulimit -n " + std::to_string(few) +
                      "; exec vdrsim run -- sh -c '(sleep 0.1; $CLIENT level) & exit 5'"});
     if (result.exitStatus == 2) {
       ExpectUnusable(result, "vdrsim: cannot ");

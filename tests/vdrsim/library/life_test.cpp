@@ -13,8 +13,9 @@ using library::Subject;
 
 std::vector<Subject> AllSubjects() {
   std::vector<Subject> all;
-  for (auto family : {library::InstanceSubjects, library::LifSubjects, library::RouteSubjects,
-                      library::BridgeSubjects}) {
+  for (auto family : {library::InstanceSubjects, library::LifSubjects, library::BridgeSubjects,
+                      library::ConnectionSubjects, library::E2iSubjects, library::McastSubjects,
+                      library::PolicySubjects, library::RouteSubjects, library::ServicesSubjects}) {
     for (Subject& subject : family()) all.push_back(std::move(subject));
   }
   return all;

@@ -18,6 +18,17 @@ Read ReadList(int result, RecordList* list, void (*release)(RecordList*), size_t
   return {.error = 0, .bytes = std::move(bytes)};
 }
 
+Read ReadEntries(int result, const wire::Bytes& buffer, size_t size) {
+  if (result != 0) return {.error = errno, .bytes = {}};
+  const std::span<const std::byte> all(buffer);
+  const auto isClear = [](std::byte byte) { return byte == std::byte{0}; };
+  size_t end = 0;
+  while (end + size <= all.size() && !std::ranges::all_of(all.subspan(end, size), isClear)) {
+    end += size;
+  }
+  return {.error = 0, .bytes = {all.begin(), all.begin() + static_cast<std::ptrdiff_t>(end)}};
+}
+
 Read FindIn(const Read& list, size_t size, const wire::Bytes& key, size_t offset) {
   if (list.error != 0) return list;
   for (auto rest = std::span(list.bytes); !rest.empty(); rest = rest.subspan(size)) {

@@ -41,6 +41,12 @@ Read ReadList(int result, RecordList* list, void (*release)(RecordList*), size_t
 
 // The record of a list that has the key at that offset, where no getter shows one alone.
 Read FindIn(const Read& list, size_t size, const wire::Bytes& key, size_t offset = 0);
+inline Read FindIn(const Read& list, size_t size, const wire::Wire& key) {
+  return FindIn(list, size, key.bytes());
+}
+
+// The fixed-width entries of a buffer that was clear before, up to the first that is.
+Read ReadEntries(int result, const wire::Bytes& buffer, size_t size);
 
 // One kind of objects. They are numbered from 0 on, in the order in which they are listed, and each
 // can be set to more than one version.
@@ -73,5 +79,10 @@ std::vector<Subject> InstanceSubjects();
 std::vector<Subject> LifSubjects();
 std::vector<Subject> RouteSubjects();
 std::vector<Subject> BridgeSubjects();
+std::vector<Subject> ConnectionSubjects();
+std::vector<Subject> E2iSubjects();
+std::vector<Subject> McastSubjects();
+std::vector<Subject> PolicySubjects();
+std::vector<Subject> ServicesSubjects();
 
 }  // namespace library
