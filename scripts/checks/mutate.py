@@ -14,6 +14,7 @@ import sys
 
 import mutation_operators
 import mutation_parts
+import mutation_text
 import mutation_trials
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -91,6 +92,7 @@ class Campaign:
         shutil.copytree(ROOT, directory / "tree", ignore=shutil.ignore_patterns("build", ".git"))
         baselines = [mutation_trials.Baseline(preset, directory, jobs, self.parts())
                      for preset in ("release", "asan")]
+        self.try_nothing(baselines, trials)
         print(f"mutation: {len(self.chosen)} mutants", flush=True)
         with concurrent.futures.ThreadPoolExecutor(jobs) as pool, \
                 open(directory / "results.txt", "w") as results:
@@ -101,6 +103,18 @@ class Campaign:
                 return ending
 
             self.endings = dict(zip(self.chosen, pool.map(judge, self.chosen)))
+
+    def try_nothing(self, baselines, directory):
+        """A source that is written anew without a change has to survive."""
+        first = {self.part(index): self.mutants[index].path for index in reversed(self.chosen)}
+        for part, path in first.items():
+            same = mutation_text.Mutant(path, 0, 0, "", "nothing")
+            for baseline in baselines:
+                ending = mutation_trials.Trial(baseline, baseline.judges[part], same,
+                                               self.texts[path], directory / "same").judge()
+                shutil.rmtree(directory / "same")
+                if ending != "survived":
+                    sys.exit(f"mutation: {path}: without a change it ends by: {ending}")
 
     def judge(self, index, baselines, directory):
         """How a mutant ends. Under the sanitizers only what has no explanation is tried."""

@@ -127,10 +127,9 @@ class Trial:
         self.text = text
         self.directory = directory
         self.compiled = {}
-        # The compiler looks for a header beside the file that includes it, so both are here.
+        # The compiler looks for a header beside the file that includes it, so all are here.
         self.tree = directory / "tree"
-        for folder in ("include", "library", "tools", "tests"):
-            shutil.copytree(baseline.tree / folder, self.tree / folder, copy_function=os.symlink)
+        shutil.copytree(baseline.tree, self.tree, copy_function=os.symlink)
         path = self.tree / mutant.path
         path.unlink()
         path.write_text(text[:mutant.start] + mutant.replacement + text[mutant.end:])

@@ -142,6 +142,12 @@ TEST(Reading, ShowsZeroForANumberThatTheReplyDidNotHold) {
 }
 
 // What the compiler asserted of each row, and that it would have noticed.
+bool IsTextToAFunction(const vdrctl::Parameter& parameter) {
+  using Kind = vdrctl::Parameter::Kind;
+  return parameter.kind == Kind::Text || parameter.kind == Kind::File ||
+         parameter.kind == Kind::Choice;
+}
+
 TEST(Rows, TakeTheirParametersAndNoOthers) {
   for (const vdrctl::Family* family : vdrctl::kFamilies) {
     for (const vdrctl::Command& command : family->commands) {
@@ -157,6 +163,8 @@ TEST(Rows, TakeTheirParametersAndNoOthers) {
         if (isSixteenBits) continue;
         other = vdrctl::NumberOf<uint16_t>(right.name, right.meaning);
         EXPECT_FALSE(command.handler.Takes(others)) << command.summary << ' ' << right.name;
+        other = vdrctl::Text(right.name, right.limit, right.meaning);
+        EXPECT_EQ(command.handler.Takes(others), IsTextToAFunction(right)) << command.summary;
         other = right;
       }
       others.push_back(vdrctl::kInstance);

@@ -81,6 +81,7 @@ help 'vdrctl instance VERB ...' \
   '                                    Delete a router instance' instance --help
 help 'vdrctl instance list [INSTANCE]' \
   '  INSTANCE                          Name of the router instance' instance list --help
+help 'vdrctl [OPTIONS] OBJECT VERB [ARGUMENTS]' 'Objects and their verbs:' --help
 help 'vdrctl instance delete INSTANCE [--if-exists]' \
   '  --if-exists                       Succeed also when there is nothing to delete' help instance rm
 help 'vdrctl instance tune INSTANCE TUNABLES VALUE' \

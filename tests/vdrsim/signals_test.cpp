@@ -115,10 +115,11 @@ TEST(Signals, OneForTheProcessGroupArrivesOnce) {
   }
 }
 
+// The command waits by itself: a program that it started would be in the group, and end aloud.
 TEST(Signals, OneForVdrsimAloneArrivesTooAfterOneForTheGroup) {
   Program program({kVdrsim, "run", "--", "sh", "-c",
                    "trap 'echo one' USR1; trap 'echo two; exit 6' USR2; echo ready; "
-                   "while :; do sleep 0.01; done"});
+                   "while :; do read line; done"});
   program.AwaitOutput("ready\n");
   program.SignalGroup(SIGUSR1);
   program.AwaitOutput("one\n");

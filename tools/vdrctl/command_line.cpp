@@ -112,7 +112,8 @@ void RefuseWord(const Split& split, std::string_view word) {
     candidates = NextWords(split.understood);
   }
   throw WrongUsage(
-      fmt::format("'{}' has no '{}'{}", complete, Escaped(word), Suggestion(word, candidates)), complete);
+      fmt::format("'{}' has no '{}'{}", complete, Escaped(word), Suggestion(word, candidates)),
+      complete);
 }
 
 std::string WithProgram(std::string_view understood) {

@@ -35,9 +35,9 @@ struct Few {
 // One row of the table of commands, which drives parsing, help, completion and all other lists of
 // them. The compilation ends when the handler does not take just these parameters in this order.
 struct Command {
-  const char* object;   // one or several words: "lif", "lif address"
-  const char* verb;     // nullptr for an object that is a command by itself
-  const char* summary;  // without a full stop, as it stands in help
+  const char* object;             // one or several words: "lif", "lif address"
+  const char* verb;               // nullptr for an object that is a command by itself
+  const char* summary;            // without a full stop, as it stands in help
   Few<const char*, 2> functions;  // of the library, that it calls; none for what the tool does
   Few<uint32_t, 2> codes;         // of the device's commands that these send
   Few<Parameter, 13> parameters;
@@ -97,9 +97,9 @@ extern const Family kToolFamily;
 
 // In the order of help.
 inline constexpr const Family* kFamilies[] = {
-    &kInstanceFamily, &kSettingsFamily, &kLifFamily,     &kRouteFamily,
-    &kNeighbourFamily, &kPolicyFamily,  &kBridgeFamily,  &kClusterFamily,
-    &kMappingFamily,  &kMulticastFamily, &kServicesFamily, &kToolFamily,
+    &kInstanceFamily,  &kSettingsFamily,  &kLifFamily,      &kRouteFamily,
+    &kNeighbourFamily, &kPolicyFamily,    &kBridgeFamily,   &kClusterFamily,
+    &kMappingFamily,   &kMulticastFamily, &kServicesFamily, &kToolFamily,
 };
 
 // Other words for a verb, exact ones: no command has both.
@@ -108,7 +108,7 @@ struct Synonym {
   const char* verb;
 };
 inline constexpr Synonym kSynonyms[] = {
-    {"ls", "list"},  {"get", "show"},      {"show", "get"},   {"add", "create"},
+    {"ls", "list"},    {"get", "show"},   {"show", "get"},  {"add", "create"},
     {"create", "add"}, {"del", "delete"}, {"rm", "delete"},
 };
 

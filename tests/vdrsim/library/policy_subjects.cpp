@@ -39,7 +39,7 @@ Subject PoliciesOfAKey() {
       .get =
           [](int number) {
             return FindIn(ListPolicies(), 28,
-                        wire::Wire(12).U32(0, kKey).U32(4, 5).U32(8, Arg(number)));
+                          wire::Wire(12).U32(0, kKey).U32(4, 5).U32(8, Arg(number)));
           },
       .list = ListPolicies,
       .record =

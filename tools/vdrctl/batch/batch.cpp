@@ -53,7 +53,8 @@ class Batch {
   int CarryOutAll();
   void Summarise(std::size_t done, std::size_t failed) const;
   std::string Place(std::size_t number) const {
-    return fmt::format("{}:{}", options_.file == "-" ? "standard input" : Escaped(options_.file), number);
+    return fmt::format("{}:{}", options_.file == "-" ? "standard input" : Escaped(options_.file),
+                       number);
   }
 
   Options options_;
