@@ -180,6 +180,13 @@ TEST(Tables, RefuseAColumnThatThereIsNot) {
   EXPECT_THROW(Printed({.columns = {"name"}}, {}, [](Output&) {}), vdrctl::NoSuchColumn);
 }
 
+TEST(Records, OfOneOfSeveralLayoutsShowTheChosenColumnsThatTheyHave) {
+  const Presentation chosen{.columns = {"byte", "size"}};
+  EXPECT_EQ(Printed(chosen, vdrctl::RecordReply<kPair, kEveryKind>(),
+                    [](Output& out) { out.Record(kEveryKind, EveryKind().data()); }),
+            "byte  254\n");
+}
+
 TEST(Tables, ShowAnArrayOfNumbersAtTheLeft) {
   auto bytes = EveryKind();
   bytes.insert(bytes.end(), bytes.begin(), bytes.end());

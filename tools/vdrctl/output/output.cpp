@@ -46,6 +46,13 @@ std::string JoinedNames(const RecordView& view) {
   return names;
 }
 
+// Where a reply has one of several layouts, a column of any will do.
+void RequireColumn(const std::vector<RecordView>& views, const std::string& name) {
+  if (std::ranges::any_of(views, [&](const RecordView& view) { return view.Find(name); })) return;
+  throw NoSuchColumn(
+      fmt::format("no column '{}'; there are {}", Escaped(name), JoinedNames(views.front())));
+}
+
 }  // namespace
 
 Output::Output(const Presentation& presentation, const Reply& reply, Writer& writer)
@@ -60,11 +67,8 @@ Output::Output(const Presentation& presentation, const Reply& reply, Writer& wri
   for (std::size_t index = 0; index < reply.layouts.size(); ++index) {
     views_.push_back(MakeView(*reply.layouts[index], TitleOf(reply, index), presentation.names));
   }
-  for (const RecordView& view : views_) Chosen(view, {});
-  if (!presentation.sort.empty() && !views_.front().Find(presentation.sort)) {
-    throw NoSuchColumn(fmt::format("no column '{}'; there are {}", Escaped(presentation.sort),
-                                   JoinedNames(views_.front())));
-  }
+  for (const std::string& name : presentation.columns) RequireColumn(views_, name);
+  if (!presentation.sort.empty()) RequireColumn(views_, presentation.sort);
 }
 
 void Output::List(const Records& records) {
@@ -146,13 +150,9 @@ std::vector<const Member*> Output::Chosen(const RecordView& view,
                                           std::span<const char* const> usual) const {
   std::vector<const Member*> members;
   for (const std::string& name : presentation_.columns) {
-    members.push_back(view.Find(name));
-    if (!members.back()) {
-      throw NoSuchColumn(
-          fmt::format("no column '{}'; there are {}", Escaped(name), JoinedNames(view)));
-    }
+    if (const Member* member = view.Find(name)) members.push_back(member);
   }
-  if (!members.empty()) return members;
+  if (!presentation_.columns.empty()) return members;
   for (const std::string_view name : usual) {
     for (const Member& member : view.members) {
       if (member.field.name == name) members.push_back(&member);
