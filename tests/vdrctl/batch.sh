@@ -50,6 +50,9 @@ piped() { printf 'log-level set 7\nlog-level get\ninstance show x' | "$vdrctl" -
 expect 1 '{"level":7}' '{"status":1,"error":{"place":"standard input:3","command":"instance show x","message":"No such file or directory","errno":"ENOENT"}}
 {"done":2,"failed":1,"notTried":0}' piped
 
+piped() { printf 'log-level set 7\n' | "$vdrctl" batch -; }
+expect 0 '' 'vdrctl: standard input: 1 done, 0 failed, 0 not tried' piped
+
 # Any bytes make a line.
 printf 'a\000b\n\377\n' >"$file"
 expect 2 '' "vdrctl: $file:1: a byte of zero can't be a part of a word

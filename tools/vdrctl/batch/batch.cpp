@@ -52,9 +52,9 @@ class Batch {
   std::optional<Line> CheckLine(std::size_t number, std::string_view text);
   int CarryOutAll();
   void Summarise(std::size_t done, std::size_t failed) const;
-  std::string Place(std::size_t number) const {
-    return fmt::format("{}:{}", options_.file == "-" ? "standard input" : Escaped(options_.file),
-                       number);
+  std::string Place(std::size_t number) const { return fmt::format("{}:{}", Source(), number); }
+  std::string Source() const {
+    return options_.file == "-" ? "standard input" : Escaped(options_.file);
   }
 
   Options options_;
@@ -143,8 +143,8 @@ void Batch::Summarise(std::size_t done, std::size_t failed) const {
     tools::Tell(
         fmt::format("{{\"done\":{},\"failed\":{},\"notTried\":{}}}\n", done, failed, notTried));
   } else {
-    tools::Complain("vdrctl", fmt::format("{}: {} done, {} failed, {} not tried", options_.file,
-                                          done, failed, notTried));
+    tools::Complain("vdrctl", fmt::format("{}: {} done, {} failed, {} not tried", Source(), done,
+                                          failed, notTried));
   }
 }
 
