@@ -65,7 +65,7 @@ void Screen::Show(std::string_view text) {
     if (room > 0) {
       const std::size_t columns = known ? size.ws_col : 80;
       screen += text.substr(0, std::min(end, columns));
-      screen += "\x1b[K\r\n";
+      screen += "\x1b[K\n";
       --room;
     } else {
       ++hidden;

@@ -1,0 +1,120 @@
+"""A command that runs again and again, on a terminal and elsewhere.
+
+usage: watch_test.py VDRCTL VDRSIM
+"""
+import json
+import os
+import pty
+import select
+import signal
+import subprocess
+import sys
+import unittest
+
+VDRCTL, VDRSIM = sys.argv[1:3]
+
+
+def in_run(script):
+    return subprocess.run([VDRSIM, "run", "--", "sh", "-c", script, VDRCTL], stdout=subprocess.PIPE,
+                          stderr=subprocess.PIPE, text=True)
+
+
+# Watches until there are so many lines of output, and ends it then.
+UNTIL_LINES = r"""
+set -e
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+"$0" instance set edge-1
+"$0" lif set edge-1 uplink
+watch() { # watch LINES ARGUMENTS...
+  lines=$1
+  shift
+  : >"$work/out"
+  "$0" "$@" >>"$work/out" &
+  while [ "$(wc -l <"$work/out")" -lt "$lines" ]; do
+    "$0" lif enable edge-1 uplink
+  done
+  kill -TERM $!
+  wait $! || echo "ended by $?" >>"$work/out"
+  cat "$work/out"
+}
+"""
+
+
+class Elsewhere(unittest.TestCase):
+    def test_json_is_a_line_a_turn(self):
+        run = in_run(UNTIL_LINES + "watch 3 --json --watch 0.1 instance list --columns name")
+        *documents, ending = run.stdout.splitlines()
+        self.assertEqual(ending, "ended by 143", run.stderr)
+        self.assertGreaterEqual(len(documents), 3)
+        for document in documents:
+            self.assertEqual(json.loads(document), [{"name": "edge-1"}])
+
+    def test_tables_have_an_empty_line_between_them(self):
+        run = in_run(UNTIL_LINES + "watch 4 --watch=0.1 instance list --columns name")
+        self.assertTrue(run.stdout.startswith("name\nedge-1\n\nname\nedge-1\n"), run.stdout)
+
+    def test_counters_have_differences_and_rates(self):
+        run = in_run(UNTIL_LINES + "watch 3 --json --watch 0.1 lif stats show edge-1 uplink")
+        first, second, *_ = [json.loads(line) for line in run.stdout.splitlines()[:-1]]
+        self.assertEqual(first["seconds"], 0)
+        self.assertEqual(set(first["differences"]["slots0"]), {0})
+        grown = second["record"]["slots0"][0] - first["record"]["slots0"][0]
+        self.assertGreater(grown, 0)
+        self.assertEqual(second["differences"]["slots0"][0], grown)
+        self.assertAlmostEqual(second["rates"]["slots0"][0], grown / second["seconds"], places=1)
+        run = in_run(UNTIL_LINES + "watch 1 --watch 0.1 lif stats show edge-1 uplink")
+        self.assertRegex(run.stdout, r"^counter +value +difference +per second\nslots\[0\] +\d+ +0 +0\.0\n")
+
+    def test_a_command_that_fails_ends_it(self):
+        run = in_run('"$0" --watch 0.1 instance show edge-1')
+        self.assertEqual(run.returncode, 1)
+        self.assertEqual(run.stderr, "vdrctl: instance show edge-1: No such file or directory (ENOENT)\n")
+
+    def test_the_interval_is_looked_at_first(self):
+        for wrong in ("", "0", "0.05", "x", "1s", "-1", "nan", "86401"):
+            run = in_run(f'"$0" --watch={wrong} log-level get')
+            self.assertEqual(run.returncode, 2, wrong)
+            self.assertEqual(run.stdout, "")
+            self.assertIn(f"--watch: '{wrong}' is not a number of seconds from 0.1 to 86400", run.stderr)
+
+
+class OnATerminal(unittest.TestCase):
+    def watch(self, *arguments, end):
+        """What the terminal gets, and the status as wait() has it."""
+        child, terminal = pty.fork()
+        if child == 0:
+            os.execv(VDRSIM, [VDRSIM, "run", "--", VDRCTL, *arguments])
+        shown = b""
+        typed = False
+        while select.select([terminal], [], [], 60)[0]:
+            try:
+                part = os.read(terminal, 4096)
+            except OSError:
+                break
+            shown += part
+            if end and not typed and shown.count(b"\x1b[H") >= 2:
+                os.write(terminal, end)
+                typed = True
+        os.close(terminal)
+        return shown, os.waitpid(child, 0)[1]
+
+    def test_each_turn_replaces_the_last_and_the_screen_comes_back(self):
+        shown, status = self.watch("--watch", "0.1", "instance", "list", "--columns", "name", end=b"\x03")
+        self.assertTrue(shown.startswith(b"\x1b[?1049h\x1b[?25l\x1b[Hname\x1b[K\r\n\x1b[J"), shown)
+        self.assertTrue(shown.replace(b"^C", b"").endswith(b"\x1b[?25h\x1b[?1049l"), shown)
+        self.assertEqual(os.WTERMSIG(status), signal.SIGINT)
+
+    def test_an_error_is_told_on_the_screen_that_stays(self):
+        shown, status = self.watch("--watch", "0.1", "instance", "show", "x", end=b"")
+        self.assertTrue(shown.endswith(b"\x1b[?25h\x1b[?1049lvdrctl: instance show x: "
+                                       b"No such file or directory (ENOENT)\r\n"), shown)
+        self.assertEqual(os.WEXITSTATUS(status), 1)
+
+    def test_json_stays_lines_there_too(self):
+        shown, _ = self.watch("--json", "instance", "list", end=b"")
+        self.assertEqual(shown, b"[]\r\n")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
