@@ -71,11 +71,13 @@ TEST(Attack, ClientsThatAreKilledLeaveNothingBehind) {
 // They fall to vdrsim when their parent, which it had as a child before the run, ends during it.
 TEST(Attack, ProcessesThatWereNeverInTheRunAreLeftAlone) {
   for (const std::string ending : {"exit 0", "kill -TERM \\$PPID; sleep 1000"}) {
-    Program shell({"sh", "-c",
-                   "sh -c 'sleep 1000 & echo $!; exec sleep 1000' & parent=$!; exec "
-                   "vdrsim run -- sh -c \"kill -9 $parent; while kill -0 $parent; do :; done "
-                   "2>/dev/null; " +
-                       ending + "\""});
+    Program shell(
+        {"sh", "-c",
+         "sh -c 'sleep 1000 & echo $!; exec sleep 1000' & parent=$!; exec "
+         "vdrsim run -- sh -c \"read line; kill -9 $parent; while kill -0 $parent; do :; done "
+         "2>/dev/null; " +
+             ending + "\""});
+    shell.AwaitOutput("\n");
     const Result result = shell.Finish();
     EXPECT_FALSE(result.leftNobody) << "the sleep goes on";
     EXPECT_EQ(kill(std::stoi(result.output), SIGKILL), 0) << result.output;
