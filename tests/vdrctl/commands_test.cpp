@@ -121,8 +121,8 @@ TEST(RawCommand, ShowsZerosWhereTheKernelClaimsBytesThatItDidNotWrite) {
 TEST(RawCommand, SendsNeitherInputNorRoomUnlessToldTo) {
   kernel = {};
   CarryOut({"command", "9"});
-  EXPECT_EQ(kernel.seen.inLength, 0U);
-  EXPECT_EQ(kernel.seen.outLength, 0U);
+  EXPECT_EQ(+kernel.seen.inLength, 0U);
+  EXPECT_EQ(+kernel.seen.outLength, 0U);
   const void* in = kernel.seen.inBuffer;
   const void* out = kernel.seen.outBuffer;
   EXPECT_EQ(in, nullptr);

@@ -29,7 +29,8 @@ class Wire {
 
  private:
   Wire& Put(size_t offset, const void* from, size_t width) {
-    std::memcpy(std::span(bytes_).subspan(offset, width).data(), from, width);
+    // An empty text may come without an address.
+    if (width != 0) std::memcpy(std::span(bytes_).subspan(offset, width).data(), from, width);
     return *this;
   }
 

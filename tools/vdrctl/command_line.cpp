@@ -81,7 +81,8 @@ Split SplitWords(Words words) {
     } else {
       const std::string_view accepted = Accepted(split.understood, word);
       if (accepted.empty()) RefuseWord(split, word);
-      split.understood += fmt::format("{}{}", split.understood.empty() ? "" : " ", accepted);
+      if (!split.understood.empty()) split.understood += ' ';
+      split.understood += accepted;
       split.command = FindCommand(split.understood);
     }
   }
@@ -117,7 +118,7 @@ void RefuseWord(const Split& split, std::string_view word) {
 }
 
 std::string WithProgram(std::string_view understood) {
-  return fmt::format("vdrctl{}{}", understood.empty() ? "" : " ", understood);
+  return understood.empty() ? "vdrctl" : "vdrctl " + std::string(understood);
 }
 
 Invocation ParseArguments(const Split& split) {

@@ -180,10 +180,10 @@ TEST_F(AllBfdSessions, AreDeliveredInLittleMemory) {
   ASSERT_EQ(list->count, 2867200);
   const auto* sessions = static_cast<const BridgeBfdSessionRecord*>(list->entries);
   for (uint32_t index = 0; index < 2867200; ++index) {
-    ASSERT_EQ(sessions[index].qword23, index / 100);
-    ASSERT_EQ(sessions[index].half6, index % 100);
-    ASSERT_EQ(sessions[index].half12, index % 100 << 8);
-    ASSERT_EQ(sessions[index].word2, 7U);
+    ASSERT_EQ(+sessions[index].qword23, index / 100);
+    ASSERT_EQ(uint32_t{sessions[index].half6}, index % 100);
+    ASSERT_EQ(uint32_t{sessions[index].half12}, index % 100 << 8);
+    ASSERT_EQ(+sessions[index].word2, 7U);
   }
   VDRZAX_ReleaseBridgeBFDSessions(list);
   EXPECT_GT(peak, 0);
