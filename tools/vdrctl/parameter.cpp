@@ -29,12 +29,8 @@ std::string ComplaintOfNumber(const Parameter& parameter, std::string_view text)
 }
 
 bool IsChoice(std::string_view choices, std::string_view word) {
-  for (std::size_t start = 0; start <= choices.size();) {
-    const std::size_t end = std::min(choices.find('|', start), choices.size());
-    if (choices.substr(start, end - start) == word) return true;
-    start = end + 1;
-  }
-  return false;
+  const auto words = SplitAt(choices, '|');
+  return std::ranges::find(words, word) != words.end();
 }
 
 std::string Unless(bool good, std::string_view text, std::string_view what) {

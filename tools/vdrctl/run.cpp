@@ -3,28 +3,18 @@
 #include <cerrno>
 #include <cstdio>
 #include <string>
-#include <vector>
 
 #include "batch/batch.h"
 #include "command_words.h"
 #include "device_hint.h"
 #include "names/names_file.h"
 #include "output/output.h"
+#include "values.h"
 #include "watch.h"
 
 namespace vdrctl {
 
 namespace {
-
-std::vector<std::string> SplitAtCommas(const std::string& text) {
-  std::vector<std::string> parts;
-  for (std::size_t start = 0; start <= text.size();) {
-    const std::size_t end = std::min(text.find(',', start), text.size());
-    parts.push_back(text.substr(start, end - start));
-    start = end + 1;
-  }
-  return parts;
-}
 
 // A file that is named is read in any case, so that a mistake in it does not wait to be found.
 std::unique_ptr<const FieldNames> NamesFor(const GlobalValues& globals, bool printsRecords) {
@@ -43,7 +33,10 @@ View::View(const GlobalValues& globals, bool printsRecords)
     : names_(NamesFor(globals, printsRecords)) {
   presentation_.form = globals.json ? Presentation::Form::Json : Presentation::Form::Tables;
   presentation_.header = !globals.noHeader;
-  if (globals.columns) presentation_.columns = SplitAtCommas(*globals.columns);
+  if (globals.columns) {
+    const auto names = SplitAt(*globals.columns, ',');
+    presentation_.columns.assign(names.begin(), names.end());
+  }
   if (globals.sort) presentation_.sort = *globals.sort;
   presentation_.names = names_.get();
 }

@@ -120,8 +120,7 @@ int Turn(const Invocation& invocation, const Presentation& presentation, const R
 }
 
 int RunTurns(const Invocation& invocation, Presentation& presentation, const Report& report,
-             Screen* screen) {
-  const double interval = Interval(*invocation.globals.watch);
+             double interval, Screen* screen) {
   History history;
   presentation.history = &history;
   timespec due{};
@@ -139,7 +138,7 @@ int RunTurns(const Invocation& invocation, Presentation& presentation, const Rep
 }  // namespace
 
 int Watch(const Invocation& invocation, Presentation presentation, const Report& report) {
-  Interval(*invocation.globals.watch);
+  const double interval = Interval(*invocation.globals.watch);
   HoldSignals();
   int status = kDone;
   if (isatty(STDOUT_FILENO) != 0 && presentation.form == Presentation::Form::Tables) {
@@ -148,11 +147,11 @@ int Watch(const Invocation& invocation, Presentation presentation, const Report&
     silent.Hold();
     {
       Screen screen;
-      status = RunTurns(invocation, presentation, silent, &screen);
+      status = RunTurns(invocation, presentation, silent, interval, &screen);
     }
     silent.Release();
   } else {
-    status = RunTurns(invocation, presentation, report, nullptr);
+    status = RunTurns(invocation, presentation, report, interval, nullptr);
   }
   return endingSignal != 0 ? EndBySignal(endingSignal) : status;
 }

@@ -41,8 +41,6 @@ constexpr Parameter kSelector = U32("SELECTOR", "Word with a meaning of the kern
 constexpr Parameter kSecondName = Name("--second-name TEXT", "Text with a meaning of the kernel's");
 constexpr Parameter kEndpoint = Name("ENDPOINT", "Name of the endpoint");
 
-const char* OrEmpty(const char* text) { return text ? text : ""; }
-
 // The first name is read and never sent.
 int ListNetworks(Output& out, const char* bridge) {
   return PrintList<VDRZAX_ReleaseBridgeNetworks>(

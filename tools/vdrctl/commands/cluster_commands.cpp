@@ -36,8 +36,6 @@ constexpr Parameter kHexBytes = FormedText(
     "at most 64 bytes in hexadecimal",
     [](std::string_view text) { return text.empty() || !ParseHexBytes(text).empty(); });
 
-const char* OrEmpty(const char* text) { return text ? text : ""; }
-
 template <uint8_t kSet>
 int ChangeTransportNode(const char* first, const char* second, const char* third, uint32_t value,
                         const char* hex) {

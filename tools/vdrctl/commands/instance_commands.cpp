@@ -157,7 +157,7 @@ constexpr Command kCommands[] = {
      Run<[](const char* name, const char* second, const char* fourth, const char* fifth,
             const char* sixth, uint32_t seventh) {
        constexpr uint64_t kIgnored = 0;
-       return VDRZAX_PlumbVdrConnection(name, second ? second : "", kIgnored, fourth, fifth, sixth,
+       return VDRZAX_PlumbVdrConnection(name, OrEmpty(second), kIgnored, fourth, fifth, sixth,
                                         seventh);
      }>},
     {"connection",

@@ -41,8 +41,6 @@ int32_t FlagsWord(uint32_t flags, uint32_t mode) {
   return static_cast<int32_t>(flags | bit);
 }
 
-const char* OrEmpty(const char* text) { return text ? text : ""; }
-
 constexpr Command kCommands[] = {
     {"lif",
      "list",

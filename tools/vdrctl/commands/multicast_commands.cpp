@@ -51,7 +51,7 @@ constexpr Command kCommands[] = {
       U8("--flag N", "Byte with a meaning of the kernel's")},
      Run<[](const char* instance, const char* second, uint32_t value1, uint32_t value2,
             uint16_t value3, uint8_t flag) {
-       return VDRZAX_SetMcastRouting(instance, second ? second : "", value1, value2, value3, flag);
+       return VDRZAX_SetMcastRouting(instance, OrEmpty(second), value1, value2, value3, flag);
      }>},
     {"multicast domain",
      "show",

@@ -50,12 +50,10 @@ constexpr std::size_t kMostTables = 20;
 // its entry. Empty when it is not just this.
 std::vector<PolicyTableRefEntry> ParseEntries(std::string_view text) {
   std::vector<PolicyTableRefEntry> entries;
-  for (std::size_t start = 0; start <= text.size();) {
-    const std::size_t end = std::min(text.find(',', start), text.size());
-    const auto words = ParseNumbers(text.substr(start, end - start), ':', UINT64_MAX);
+  for (const std::string_view table : SplitAt(text, ',')) {
+    const auto words = ParseNumbers(table, ':', UINT64_MAX);
     if (words.size() != 3 || entries.size() == kMostTables) return {};
     entries.push_back({words[0], words[1], words[2]});
-    start = end + 1;
   }
   return entries;
 }

@@ -35,6 +35,9 @@ using Owned = std::unique_ptr<Record, Releaser<kRelease>>;
 
 using OwnedBytes = Owned<uint8_t, std::free>;
 
+// For a text that the library wants, and the operator need not give.
+inline const char* OrEmpty(const char* text) { return text ? text : ""; }
+
 // `get` takes the address of the record's pointer. What stands there after a failure is not read.
 template <auto kRelease, typename Record, typename Get>
 int PrintRecord(Output& out, const vdrzax::RecordLayout& layout, Get get) {
