@@ -1,0 +1,14 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+
+namespace vdrsim {
+
+// What a subcommand does once its options are read; returns the exit status.
+using Action = std::function<int()>;
+
+// Each adds one subcommand, which leaves in `action` what is to be done when it was chosen.
+void AddRun(CLI::App& app, Action& action);
+
+}  // namespace vdrsim
