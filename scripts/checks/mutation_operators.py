@@ -151,10 +151,12 @@ class Source(mutation_text.Text):
     # Numbers.
 
     def _number(self, index):
-        digits, suffix = re.fullmatch(r"(0[xX][0-9a-fA-F]+|\d+)([uUlL]*)",
+        digits, suffix = re.fullmatch(r"(0[xX][0-9a-fA-F]+|\d+)(\w*)",
                                       self.word(index).replace("'", "")).groups()
-        value = int(digits, 0)
-        form = "0x{:X}" if digits[:2] in ("0x", "0X") else "{}"
+        prefix = re.match(r"(?:0[xX]|0(?=\d))?", digits)[0].lower()
+        base, kind = {"": (10, "d"), "0": (8, "o"), "0x": (16, "X")}[prefix]
+        value = int(digits, base)
+        form = f"{prefix}{{:{kind}}}"
         self.add(index, index, form.format(value + 1) + suffix)
         # A row, a code or an index that is off by one is wrong either way.
         is_index = self.word(index - 1) == "[" and self.word(index + 1) == "]"
@@ -230,7 +232,7 @@ class Source(mutation_text.Text):
             begin += 1
         argument = self.word(self.close[begin] - 1)
         start = self.text.rfind("\n}", 0, self.tokens[index].start) + 1
-        return re.search(rf"if \([^;{{]*!{argument}\b[^;{{]*\) return",
+        return re.search(rf"if \([^;{{]*!{re.escape(argument)}\b[^;{{]*\) return",
                          self.text[start:self.tokens[index].start]) is not None
 
     def _commas(self, first, last):

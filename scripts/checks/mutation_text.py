@@ -7,6 +7,7 @@ Token = collections.namedtuple("Token", "kind text start end")
 
 TOKENS = re.compile(
     r"""(?P<space>\s+|//[^\n]*|/\*.*?\*/|^[ \t]*\#(?:\\\n|[^\n])*)
+      | (?P<raw>R"(?P<mark>\w*)\(.*?\)(?P=mark)")
       | (?P<string>"(?:\\.|[^"\\])*")
       | (?P<char>'(?:\\.|[^'\\])+')
       | (?P<number>\b\d[\w']*)
