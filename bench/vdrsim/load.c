@@ -59,17 +59,48 @@ static void make_commands(const struct device* device, int count) {
   }
 }
 
+static void put(unsigned char* block, size_t offset, const char* form, int number) {
+  (void)snprintf((char*)block + offset, 64, form, number);
+}
+
+static void set(const struct device* device, uint32_t code, const unsigned char* block) {
+  unsigned char envelope[24] = {0};
+  const uint32_t in_length = 968;
+  const uint64_t in = (uintptr_t)block;
+  memcpy(envelope, &in_length, 4);
+  memcpy(envelope + 4, &in, 8);
+  if (ioctl(device->descriptor, code, envelope) != 0) fail("ioctl");
+}
+
 // As many instances as there can be, so that their list is as long as it gets.
 static void fill_instances(const struct device* device) {
+  unsigned char block[968] = {0};
   for (int i = 0; i < 1001; ++i) {
-    unsigned char block[968] = {0};
-    unsigned char envelope[24] = {0};
-    const uint32_t in_length = sizeof block;
-    const uint64_t in = (uintptr_t)block;
-    (void)snprintf((char*)block, 16, "edge-%d", i);
-    memcpy(envelope, &in_length, 4);
-    memcpy(envelope + 4, &in, 8);
-    if (ioctl(device->descriptor, 2, envelope) != 0) fail("ioctl");
+    put(block, 0, "edge-%d", i);
+    set(device, 2, block);
+  }
+}
+
+// As many endpoints and nodes as there can be; each of them watches each.
+static void fill_sessions(const struct device* device) {
+  unsigned char block[968] = {0};
+  put(block, 0, "edge-%d", 0);
+  put(block, 384, "lif", 0);
+  set(device, 2, block);
+  block[256] = 1;
+  set(device, 53, block);
+  block[256] = 0;
+  set(device, 57, block);
+  for (int i = 0; i < 28672; ++i) {
+    put(block, 320, "endpoint-%d", i);
+    set(device, 45, block);
+  }
+  memset(block, 0, sizeof block);
+  put(block, 0, "owner", 0);
+  set(device, 90, block);
+  for (int i = 0; i < 100; ++i) {
+    put(block, 256, "node-%d", i);
+    set(device, 93, block);
   }
 }
 
@@ -103,6 +134,7 @@ int main(int argc, char** argv) {
   if (!is_line) {
     device = open_device(argv[argc - 2], argv[argc - 1]);
     if (device.code == 0) fill_instances(&device);
+    if (device.code == 96) fill_sessions(&device);
     make_commands(&device, 1);
   }
   (void)printf("0\n");

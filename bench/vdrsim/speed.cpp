@@ -57,11 +57,7 @@ void CompareCommands(const Programs& programs) {
     const Words load = {programs.load, "command", code, capacity};
     Subject subject(Join({programs.vdrsim, "run", "--"}, load));
     Subject floor(Join({programs.floor}, load));
-    if (subject.works() && floor.works()) {
-      PrintRow(what, Compare(subject, floor, count, rounds), 1.25);
-    } else {
-      fmt::print("| {} | not simulated | | | | |\n", what);
-    }
+    PrintRow(what, Compare(subject, floor, count, rounds), 1.25);
   }
 }
 

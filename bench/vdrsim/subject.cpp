@@ -29,7 +29,7 @@ Subject::Subject(const std::vector<std::string>& arguments) {
   close(times[1]);
   orders_ = fdopen(orders[1], "w");
   times_ = fdopen(times[0], "r");
-  works_ = ReadTime().has_value();
+  if (!ReadTime()) throw std::runtime_error(arguments[0] + " does not begin");
 }
 
 Subject::~Subject() {

@@ -14,9 +14,6 @@ class Subject {
   Subject(const Subject&) = delete;
   ~Subject();
 
-  // Whether the work can be done at all.
-  bool works() const { return works_; }
-
   // The nanoseconds of one out of `count`.
   double Measure(int count);
 
@@ -26,7 +23,6 @@ class Subject {
   pid_t process_ = -1;
   std::FILE* orders_ = nullptr;
   std::FILE* times_ = nullptr;
-  bool works_ = false;
 };
 
 // How long two subjects take, in turn; the ratio is the median of the ratios of the rounds.

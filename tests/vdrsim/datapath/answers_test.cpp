@@ -129,6 +129,86 @@ TEST(SelectionAnswer, WhatIsSelectedIsShownInItsOrder) {
             "");
 }
 
+using Numbers = vdrsim::Table<int, uint64_t>;
+
+void ShowValue(RecordWriter<vdrzax::kCPSyncStateEntry> record, int, uint64_t value) {
+  record.Number("qword0", value);
+}
+void ShowKey(RecordWriter<vdrzax::kCPSyncStateEntry> record, int key, uint64_t) {
+  record.Number("qword0", static_cast<uint64_t>(key));
+}
+
+Numbers SomeNumbers(int count) {
+  Numbers numbers;
+  for (int key = 0; key < count; ++key) {
+    numbers.Set(key, 100000, [&](uint64_t& value) {
+      value = 1000U + static_cast<uint64_t>(key);
+      return 0;
+    });
+  }
+  return numbers;
+}
+
+const std::byte* FirstPiece(Answer& answer) {
+  answer.reply.Prepare();
+  return answer.reply.Next().data();
+}
+
+TEST(TableAnswer, ATableThatHasNotChangedIsNotMadeAnew) {
+  const Numbers numbers = SomeNumbers(3);
+  Answer first = vdrsim::TableAnswer<vdrzax::kCPSyncStateEntry>(numbers, ShowValue);
+  Answer second = vdrsim::TableAnswer<vdrzax::kCPSyncStateEntry>(numbers, ShowValue);
+  const std::byte* place = FirstPiece(first);
+  EXPECT_EQ(FirstPiece(second), place);
+  EXPECT_TRUE(first.reply.Next().empty());
+}
+
+TEST(TableAnswer, WhatShowsATableInAnotherWayIsMadeForItself) {
+  const Numbers numbers = SomeNumbers(2);
+  for (int time = 0; time < 2; ++time) {
+    EXPECT_EQ(
+        Difference(Deliver(vdrsim::TableAnswer<vdrzax::kCPSyncStateEntry>(numbers, ShowValue)),
+                   Wire(2 * 284).U64(0, 1000).U64(284, 1001).bytes()),
+        "");
+    EXPECT_EQ(Difference(Deliver(vdrsim::TableAnswer<vdrzax::kCPSyncStateEntry>(numbers, ShowKey)),
+                         Wire(2 * 284).U64(284, 1).bytes()),
+              "");
+  }
+}
+
+TEST(TableAnswer, AChangeIsSeenAndAnEarlierReplyStaysAsItWas) {
+  Numbers numbers = SomeNumbers(2);
+  const auto list = [&] {
+    return vdrsim::TableAnswer<vdrzax::kCPSyncStateEntry>(numbers, ShowValue);
+  };
+  const auto change = [&](uint64_t to) {
+    numbers.Set(1, 100000, [&](uint64_t& value) {
+      value = to;
+      return 0;
+    });
+  };
+  Deliver(list());
+  change(7);  // in place
+  EXPECT_EQ(Difference(Deliver(list()), Wire(2 * 284).U64(0, 1000).U64(284, 7).bytes()), "");
+  Answer earlier = list();
+  change(8);  // beside what the reply holds
+  EXPECT_EQ(Difference(Deliver(std::move(earlier)), Wire(2 * 284).U64(0, 1000).U64(284, 7).bytes()),
+            "");
+  EXPECT_EQ(Difference(Deliver(list()), Wire(2 * 284).U64(0, 1000).U64(284, 8).bytes()), "");
+}
+
+TEST(TableAnswer, ALargeTableIsMadeInPieces) {
+  const Numbers numbers = SomeNumbers(3693);  // 1048812 bytes
+  Answer answer = vdrsim::TableAnswer<vdrzax::kCPSyncStateEntry>(numbers, ShowValue);
+  answer.reply.Prepare();
+  EXPECT_EQ(answer.reply.Next().size(), 131072U / 284 * 284);
+  EXPECT_EQ(numbers.made(), nullptr);
+  const Numbers fewer = SomeNumbers(3692);  // 1048528
+  Answer whole = vdrsim::TableAnswer<vdrzax::kCPSyncStateEntry>(fewer, ShowValue);
+  whole.reply.Prepare();
+  EXPECT_EQ(whole.reply.Next().size(), 3692U * 284);
+}
+
 TEST(Table, ACopyIsASnapshot) {
   vdrsim::Table<std::string, int> table;
   const auto set = [&](const char* name, int value) {

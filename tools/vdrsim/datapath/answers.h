@@ -12,6 +12,7 @@
 
 #include "call.h"
 #include "datapath/record_writer.h"
+#include "datapath/table.h"
 
 // What handlers answer with.
 namespace vdrsim {
@@ -47,15 +48,22 @@ class EntryStream final : public Reply::Source {
 
   uint32_t Prepare() override {
     const uint32_t total = entries_.Prepare();
-    buffer_.resize(std::min<size_t>(total, kPiece));
+    size_ = std::min<size_t>(total, kPiece);
+    buffer_ = std::make_unique_for_overwrite<std::byte[]>(size_);
     return total;
   }
 
   std::span<const std::byte> Next() noexcept override {
-    std::ranges::fill(buffer_, std::byte{0});
-    const std::span<std::byte> room(buffer_);
+    const std::span room(buffer_.get(), size_);
     size_t filled = 0;
-    while (const size_t length = entries_.Write(room.subspan(filled))) filled += length;
+    for (size_t clear = 0; clear < size_;) {
+      const size_t step = std::min(kStep, size_ - clear);
+      std::memset(&room[clear], 0, step);
+      clear += step;
+      while (const size_t length = entries_.Write(room.subspan(filled, clear - filled))) {
+        filled += length;
+      }
+    }
     return room.first(filled);
   }
 
@@ -63,8 +71,12 @@ class EntryStream final : public Reply::Source {
   // Large enough that a system call for each costs little, and no longer than a cache.
   static constexpr size_t kPiece = size_t{128} * 1024;
 
+  // What is cleared at once is still near when it is written.
+  static constexpr size_t kStep = size_t{8} * 1024;
+
   Entries entries_;
-  std::vector<std::byte> buffer_{};
+  size_t size_ = 0;
+  std::unique_ptr<std::byte[]> buffer_{};
 };
 
 template <typename Entries>
@@ -118,6 +130,54 @@ class TableRecords {
   Show show_;
   decltype(std::declval<const Table&>().begin()) next_{};
 };
+
+// The same made at once, and kept with the table until that changes: who watches a table asks for it
+// much more often.
+template <const vdrzax::RecordLayout& Layout, typename Table, typename Show>
+class KeptTableRecords final : public Reply::Source {
+ public:
+  static constexpr size_t kMost = size_t{1024} * 1024;
+
+  KeptTableRecords(const Table& table, Show* show) : table_(table), show_(show) {}
+
+  uint32_t Prepare() override {
+    made_ = table_.made();
+    if (!made_ || made_->kind != Kind()) Make();
+    return static_cast<uint32_t>(made_->bytes.size());
+  }
+
+  std::span<const std::byte> Next() noexcept override {
+    return std::span(made_->bytes).first(std::exchange(isTaken_, true) ? 0 : made_->bytes.size());
+  }
+
+ private:
+  const void* Kind() const { return reinterpret_cast<const void*>(show_); }
+
+  void Make() {
+    TableRecords<Layout, Table, Show*> records(table_, show_);
+    auto made = std::make_unique<Made>(Made{Kind(), std::vector<std::byte>(records.Prepare())});
+    std::span<std::byte> room(made->bytes);
+    while (const size_t length = records.Write(room)) room = room.subspan(length);
+    made_ = made.get();
+    own_ = std::move(made);
+    table_.Keep(own_);
+  }
+
+  Table table_;
+  Show* show_;
+  const Made* made_ = nullptr;
+  std::unique_ptr<const Made> own_{};
+  bool isTaken_ = false;
+};
+
+template <const vdrzax::RecordLayout& Layout, typename Table, typename Show>
+Answer TableAnswer(const Table& table, Show* show) {
+  using Records = KeptTableRecords<Layout, Table, Show>;
+  if (table.size() * Layout.size > Records::kMost) {
+    return StreamAnswer(TableRecords<Layout, Table, Show*>(table, show));
+  }
+  return {.reply = Reply(std::make_unique<Records>(table, show))};
+}
 
 template <const vdrzax::RecordLayout& Layout, typename Table, typename Show>
 Answer TableAnswer(const Table& table, Show show) {

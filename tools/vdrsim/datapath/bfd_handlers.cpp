@@ -1,3 +1,7 @@
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -27,41 +31,50 @@ class BfdSessions {
 
   uint32_t Prepare() {
     endpoints_ = EndpointsOf(instances_, only_);
-    nodes_ = NodesOf(clusters_);
-    return Count() * kBridgeBfdSessionRecord.size;
+    for (const NodeRow& node : NodesOf(clusters_)) ShowNode(node);
+    return Count() * kSize;
   }
   uint32_t Count() const { return static_cast<uint32_t>(endpoints_.size() * nodes_.size()); }
 
   size_t Write(std::span<std::byte> room) {
-    constexpr size_t kSize = kBridgeBfdSessionRecord.size;
-    if (room.size() < kSize || next_ == Count()) return 0;
-    Show(RecordWriter<kBridgeBfdSessionRecord>(room.first(kSize)), next_ / nodes_.size(),
-         nodes_[next_ % nodes_.size()]);
-    ++next_;
+    if (room.size() < kSize || endpoint_ == endpoints_.size() || nodes_.empty()) return 0;
+    std::memcpy(room.data(), nodes_[node_].data(), kSize);
+    ShowEndpoint(Writer(room.first(kSize)), *endpoints_[endpoint_].endpoint);
+    if (++node_ == nodes_.size()) {
+      node_ = 0;
+      ++endpoint_;
+    }
     return kSize;
   }
 
  private:
-  void Show(RecordWriter<kBridgeBfdSessionRecord> record, size_t number,
-            const NodeRow& node) const {
-    const BridgeEndpoint& endpoint = *endpoints_[number].endpoint;
-    record.Number("half0", endpoint.tag)
-        .Number("word2", endpoint.value1)
-        .Number("half6", next_ % nodes_.size())
-        .Number("word14", endpoint.value2)
+  using Writer = RecordWriter<kBridgeBfdSessionRecord>;
+  static constexpr size_t kSize = kBridgeBfdSessionRecord.size;
+
+  void ShowNode(const NodeRow& node) {
+    const size_t number = nodes_.size();
+    const Writer record(nodes_.emplace_back());
+    record.Number("half6", number)
         .Number("byte18", node.cluster->profile)
         .Number("word19", node.cluster->profileValue1)
-        .Number("qword23", number)
         .Number("qword31", node.cluster->profileValue2);
     ShowMac(record, "word8", "half12", *node.mac);
+  }
+
+  void ShowEndpoint(Writer record, const BridgeEndpoint& endpoint) const {
+    record.Number("half0", endpoint.tag)
+        .Number("word2", endpoint.value1)
+        .Number("word14", endpoint.value2)
+        .Number("qword23", endpoint_);
   }
 
   Instances instances_;
   Table<std::string, BridgeCluster> clusters_;
   std::string only_;
   std::vector<EndpointRow> endpoints_{};
-  std::vector<NodeRow> nodes_{};
-  size_t next_ = 0;
+  std::vector<std::array<std::byte, kSize>> nodes_{};  // the sessions of each, without an endpoint
+  size_t endpoint_ = 0;
+  size_t node_ = 0;
 };
 
 void ShowPortConnection(RecordWriter<kBfdPortConnection> record, std::string_view name,

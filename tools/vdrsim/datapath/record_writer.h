@@ -20,7 +20,8 @@ inline uint64_t NumberOf(std::span<const std::byte> bytes) {
 }
 
 // Sets fields of one record of zeros by their names in the layout. A name that the layout does not
-// have, or that is a field of another kind, does not compile.
+// have, or that is a field of another kind, does not compile. Most fields are inlined, so that their
+// widths are constants.
 template <const vdrzax::RecordLayout& Layout>
 class RecordWriter {
  public:
@@ -47,7 +48,7 @@ class RecordWriter {
   // `record` is as long as the layout, or ends behind the last of its entries.
   explicit RecordWriter(std::span<std::byte> record) : record_(record) {}
 
-  const RecordWriter& Number(NumberRow row, uint64_t value) const {
+  [[gnu::always_inline]] const RecordWriter& Number(NumberRow row, uint64_t value) const {
     std::memcpy(At(*row.field), &value, row.field->width);
     return *this;
   }
@@ -60,7 +61,8 @@ class RecordWriter {
   }
 
   // A text that does not fit loses its end; the terminator always stays.
-  const RecordWriter& Text(Row<Kind::Text> row, std::string_view text) const {
+  [[gnu::always_inline]] const RecordWriter& Text(Row<Kind::Text> row,
+                                                  std::string_view text) const {
     std::memcpy(At(*row.field), text.data(), std::min<size_t>(text.size(), row.field->width - 1));
     return *this;
   }

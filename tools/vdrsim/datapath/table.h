@@ -4,10 +4,18 @@
 #include <cerrno>
 #include <cstddef>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace vdrsim {
+
+// What was made of a value, and of which kind it is.
+struct Made {
+  const void* kind;
+  std::vector<std::byte> bytes;
+};
 
 // A value that is shared until somebody writes it: a copy costs nothing, and keeps what it was
 // copied from. The copies of one value may be read and dropped by several threads at once; who
@@ -39,8 +47,21 @@ class CopyOnWrite {
       box_ = new Box{};
     } else if (box_->owners.load(std::memory_order_acquire) != 1) {
       *this = CopyOnWrite(new Box{.value = box_->value});
+    } else {
+      delete box_->made.exchange(nullptr, std::memory_order_relaxed);
     }
     return box_->value;
+  }
+
+  // What was kept since the value was written last, valid as long as this copy is.
+  const Made* made() const { return box_ ? box_->made.load(std::memory_order_acquire) : nullptr; }
+
+  // Keeps, and takes, what was made of the value until it is written, unless something is kept.
+  void Keep(std::unique_ptr<const Made>& made) const {
+    const Made* none = nullptr;
+    if (box_ && box_->made.compare_exchange_strong(none, made.get(), std::memory_order_release)) {
+      (void)made.release();
+    }
   }
 
   bool operator==(const CopyOnWrite& other) const {
@@ -51,6 +72,9 @@ class CopyOnWrite {
   struct Box {
     Value value{};
     std::atomic<size_t> owners = 1;
+    std::atomic<const Made*> made = nullptr;
+
+    ~Box() { delete made.load(std::memory_order_relaxed); }
   };
 
   explicit CopyOnWrite(Box* box) : box_(box) {}
@@ -66,6 +90,9 @@ class Table {
   bool IsEmpty() const { return size() == 0; }
   auto begin() const { return map_.Read().begin(); }
   auto end() const { return map_.Read().end(); }
+
+  const Made* made() const { return map_.made(); }
+  void Keep(std::unique_ptr<const Made>& made) const { map_.Keep(made); }
 
   // NULL when there is none.
   template <typename Sought>
