@@ -9,6 +9,7 @@
 #include "output/changes.h"
 #include "output/forms.h"
 #include "output/history.h"
+#include "output/table.h"
 #include "output/text.h"
 #include "output/value.h"
 
@@ -16,18 +17,12 @@ namespace vdrctl {
 
 namespace {
 
-bool IsRightAligned(const Member& member) {
-  return member.field.kind == vdrzax::Field::Kind::Number && member.field.elements == 1 &&
-         (member.dress == Dress::Plain || member.dress == Dress::Hex ||
-          member.dress == Dress::Counter);
-}
-
 // Orders two values of one field as a reader would: numbers by value, the rest byte by byte.
 bool IsBefore(const Member& member, const uint8_t* left, const uint8_t* right) {
   const vdrzax::Field& field = member.field;
   left += field.offset;
   right += field.offset;
-  if (IsRightAligned(member)) return NumberAt(left, field.width) < NumberAt(right, field.width);
+  if (IsOneNumber(member)) return NumberAt(left, field.width) < NumberAt(right, field.width);
   return std::memcmp(left, right, field.width) < 0;
 }
 
@@ -76,7 +71,7 @@ void Output::List(const Records& records) {
   if (IsJson()) {
     JsonArray(records, Chosen(view, {}));
   } else {
-    Table(records, Chosen(view, reply_.columns));
+    PutTable(records, Chosen(view, reply_.columns));
   }
 }
 
@@ -175,46 +170,14 @@ std::vector<std::size_t> Output::Order(const Records& records) const {
   return order;
 }
 
-// Each cell is made twice, once to be measured: a list of any length needs no memory of its own.
-void Output::Table(const Records& records, const std::vector<const Member*>& columns) {
-  Writer cell;
-  CellForm form(cell);
-  const auto width = [&](const Member& column, const uint8_t* record) {
-    cell.Clear();
-    PutValue(form, column, record);
-    return DisplayWidth(cell.text());
-  };
-  std::vector<std::size_t> widths;
-  for (const Member* column : columns) {
-    std::size_t widest = presentation_.header ? column->name.size() : 0;
-    for (std::size_t index = 0; index < records.count(); ++index) {
-      widest = std::max(widest, width(*column, records[index]));
-    }
-    widths.push_back(widest);
-  }
-
-  const auto put = [&](std::size_t index, std::string_view text, std::size_t textWidth) {
-    const std::size_t padding = widths[index] - textWidth;
-    const bool right = IsRightAligned(*columns[index]);
-    if (index > 0) writer_.Fill(2);
-    if (right) writer_.Fill(padding);
-    writer_.Put(text);
-    if (!right && index + 1 < columns.size()) writer_.Fill(padding);
-  };
-  if (presentation_.header) {
-    for (std::size_t index = 0; index < columns.size(); ++index) {
-      put(index, columns[index]->name, columns[index]->name.size());
-    }
-    writer_.Put('\n');
-  }
+void Output::PutTable(const Records& records, const std::vector<const Member*>& columns) {
+  Table table(writer_, columns);
+  if (presentation_.header) table.MeasureHeader();
+  for (std::size_t index = 0; index < records.count(); ++index) table.Measure(records[index]);
+  if (presentation_.header) table.PutHeader();
   const std::vector<std::size_t> order = Order(records);
   for (std::size_t line = 0; line < records.count(); ++line) {
-    const uint8_t* record = records[order.empty() ? line : order[line]];
-    for (std::size_t index = 0; index < columns.size(); ++index) {
-      const std::size_t cellWidth = width(*columns[index], record);
-      put(index, cell.text(), cellWidth);
-    }
-    writer_.Put('\n');
+    table.PutLine(records[order.empty() ? line : order[line]]);
     writer_.Part();
   }
 }

@@ -83,7 +83,7 @@ class Output {
                                     std::span<const char* const> usual) const;
   std::vector<std::size_t> Order(const Records& records) const;
   void Changes(const std::vector<const Member*>& members, const uint8_t* record);
-  void Table(const Records& records, const std::vector<const Member*>& columns);
+  void PutTable(const Records& records, const std::vector<const Member*>& columns);
   void JsonArray(const Records& records, const std::vector<const Member*>& members);
 
   const Presentation& presentation_;

@@ -65,15 +65,21 @@ void PutByte(Writer& out, char byte) {
   out.Hex({&value, 1});
 }
 
+// Puts the characters at the start of a text that stand for themselves: mostly that is all of it.
+template <typename IsSpecial>
+void TakePlain(Writer& out, std::string_view& text, IsSpecial isSpecial) {
+  const auto end = std::find_if(text.begin(), text.end(), [&](char character) {
+    return !IsPlain(character) || isSpecial(character);
+  });
+  const auto length = static_cast<std::size_t>(end - text.begin());
+  out.Put(text.substr(0, length));
+  text.remove_prefix(length);
+}
+
 template <typename Shows>
 void PutEscapedUnless(Writer& out, std::string_view text, Shows shows) {
-  while (!text.empty()) {
-    const std::size_t plain = static_cast<std::size_t>(
-        std::find_if(text.begin(), text.end(),
-                     [](char character) { return !IsPlain(character) || character == '\\'; }) -
-        text.begin());
-    out.Put(text.substr(0, plain));
-    text.remove_prefix(plain);
+  while (true) {
+    TakePlain(out, text, [](char character) { return character == '\\'; });
     if (text.empty()) return;
     const Character first = FirstCharacter(text);
     const std::string_view bytes = text.substr(0, first.length);
@@ -124,6 +130,7 @@ std::size_t DisplayWidth(std::string_view text) {
 }
 
 bool IsUtf8(std::string_view text) {
+  if (std::ranges::all_of(text, IsPlain)) return true;
   while (!text.empty()) {
     const Character first = FirstCharacter(text);
     if (!first.IsUtf8()) return false;
@@ -141,15 +148,15 @@ void PutJsonText(Writer& out, std::string_view text) {
     text = escaped;
   }
   out.Put('"');
-  while (!text.empty()) {
+  while (true) {
+    TakePlain(out, text, [](char character) { return character == '"' || character == '\\'; });
+    if (text.empty()) break;
     const Character first = FirstCharacter(text);
-    if (first.value == '"' || first.value == '\\') {
+    if (IsPlain(text.front())) {
       out.Put('\\');
       out.Put(text.front());
-    } else if (first.value >= 0x80 || !IsPlain(text.front())) {
-      PutJsonCharacter(out, first.value);
     } else {
-      out.Put(text.front());
+      PutJsonCharacter(out, first.value);
     }
     text.remove_prefix(first.length);
   }

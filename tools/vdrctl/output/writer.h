@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -37,11 +38,13 @@ class Writer {
   }
 
   void Hex(std::span<const uint8_t> bytes, std::string_view separator = {}) {
-    static constexpr char kDigits[] = "0123456789abcdef";
+    if (bytes.empty()) return;
+    const std::size_t start = text_.size();
+    text_.resize(start + 2 * bytes.size() + separator.size() * (bytes.size() - 1));
+    char* place = text_.data() + start;
     for (std::size_t index = 0; index < bytes.size(); ++index) {
-      if (index > 0) text_ += separator;
-      text_ += kDigits[bytes[index] >> 4];
-      text_ += kDigits[bytes[index] & 15];
+      if (index > 0) place = std::copy(separator.begin(), separator.end(), place);
+      place = std::copy_n(kHexPairs[bytes[index]].begin(), 2, place);
     }
   }
 
@@ -62,6 +65,15 @@ class Writer {
 
  private:
   static constexpr std::size_t kPart = 1 << 16;
+
+  static constexpr auto kHexPairs = [] {
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::array<std::array<char, 2>, 256> pairs{};
+    for (std::size_t byte = 0; byte < pairs.size(); ++byte) {
+      pairs[byte] = {kDigits[byte >> 4], kDigits[byte & 15]};
+    }
+    return pairs;
+  }();
 
   void Flush() {
     if (std::fwrite(text_.data(), 1, text_.size(), stream_) != text_.size()) {
