@@ -27,20 +27,6 @@ Words Join(Words words, const Words& more) {
   return words;
 }
 
-std::string Time(double nanoseconds) {
-  if (nanoseconds < 1e5) return fmt::format("{:.1f} us", nanoseconds / 1e3);
-  if (nanoseconds < 1e8) return fmt::format("{:.2f} ms", nanoseconds / 1e6);
-  return fmt::format("{:.2f} s", nanoseconds / 1e9);
-}
-
-void PrintRow(const std::string& what, const Comparison& result, double target) {
-  fmt::print("| {} | {} | {} | {:.2f} ({:.2f} to {:.2f}) | {} | {} |\n", what,
-             Time(result.nanoseconds), Time(result.floorNanoseconds), result.ratio,
-             result.lowerQuartile, result.upperQuartile, target,
-             result.ratio <= target ? "yes" : "no");
-  std::cout.flush();
-}
-
 void CompareCommands(const Programs& programs) {
   struct Row {
     const char* what;

@@ -53,6 +53,35 @@ expect 1 '{"level":7}' '{"status":1,"error":{"place":"standard input:3","command
 piped() { printf 'log-level set 7\n' | "$vdrctl" batch -; }
 expect 0 '' 'vdrctl: standard input: 1 done, 0 failed, 0 not tried' piped
 
+# A byte of zero would end a name early, whatever stands around it.
+printf 'instance set "a\000b"\ninstance set a\\\000b\ninstance set '"'a\\000b'"'\nlog-level get # a\000b\n' >"$file"
+expect 2 '' "vdrctl: $file:1: a byte of zero can't be a part of a word
+vdrctl: $file:2: a byte of zero can't be a part of a word
+vdrctl: $file:3: a byte of zero can't be a part of a word" "$vdrctl" batch "$file"
+
+# Lines that end as other systems have it, a last one that does not end, and one that goes on and on.
+printf 'log-level set 8\r\n\r\nlog-level get' >"$file"
+expect 0 8 "vdrctl: $file: 2 done, 0 failed, 0 not tried" "$vdrctl" batch "$file"
+{ printf 'log-level get\ninstance set ' && head -c 3000000 /dev/zero | tr '\000' x; } >"$file"
+expect 2 '' "vdrctl: $file:2: INSTANCE: the text is 3000000 bytes long, and at most 63 are taken
+Try 'vdrctl instance set --help'" "$vdrctl" batch "$file"
+printf 'log-level get \\' >"$file"
+expect 2 '' "vdrctl: $file:1: a character is missing behind the last backslash" "$vdrctl" batch "$file"
+{ i=0 && while [ $i -lt 23 ]; do i=$((i + 1)) && echo x; done; } >"$file"
+"$vdrctl" batch "$file" 2>"$room/err"
+expect_line "vdrctl: $file:20: 'vdrctl' has no 'x'" "$room/err"
+expect_line 'vdrctl: 3 more lines are wrong' "$room/err"
+
+# A command like that of the line before is found without the table, and is the same one.
+printf 'instance set e1 --second 1\ninstance set e2 --second 2\ninstance rm e1\ninstance\ninstance del e2 x\n' >"$file"
+expect 2 '' "vdrctl: $file:4: 'vdrctl instance' is not a complete command
+Try 'vdrctl instance --help'
+vdrctl: $file:5: 'vdrctl instance delete' takes no further argument: 'x'
+Try 'vdrctl instance delete --help'" "$vdrctl" batch "$file"
+printf 'log-level set 1\nlog-level set 2\nlog-level get\nlog-level get\n' >"$file"
+expect 0 '2
+2' "vdrctl: $file: 4 done, 0 failed, 0 not tried" "$vdrctl" batch "$file"
+
 # Any bytes make a line.
 printf 'a\000b\n\377\n' >"$file"
 expect 2 '' "vdrctl: $file:1: a byte of zero can't be a part of a word

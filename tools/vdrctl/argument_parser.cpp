@@ -39,17 +39,16 @@ void ArgumentParser::TakeOption(Words& words) {
   const std::string name = word.substr(0, equals);
   const Parameter* parameter = nullptr;
   std::optional<std::string>* place = nullptr;
-  for (std::size_t index = 0; index < invocation_.values.size(); ++index) {
-    const Parameter& own = command_.Parameters()[index];
-    if (!own.IsOption() || own.LongName() != name) continue;
+  const auto parameters = command_.Parameters();
+  for (std::size_t index = 0; index < parameters.size() && !parameter; ++index) {
+    const Parameter& own = parameters[index];
+    if (!own.IsOption() || !own.IsCalled(name)) continue;
     parameter = &own;
     place = &invocation_.values[index];
   }
   for (const Global& global : kGlobals) {
-    if (parameter ||
-        (global.parameter.LongName() != name && (!global.shortName || name != global.shortName))) {
-      continue;
-    }
+    const bool isShort = global.shortName && name == global.shortName;
+    if (parameter || (!isShort && !global.parameter.IsCalled(name))) continue;
     parameter = &global.parameter;
     place = &GlobalPlace(global.parameter.LongName());
   }

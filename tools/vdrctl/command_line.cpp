@@ -11,6 +11,7 @@
 #include "help.h"
 #include "output/text.h"
 #include "suggestion.h"
+#include "values.h"
 
 namespace vdrctl {
 
@@ -25,7 +26,8 @@ struct Split {
   bool wantsVersion = false;
 };
 
-Split SplitWords(Words words);
+Split SplitWords(Words words, const Command* likely);
+std::size_t WordsOf(const std::string& name, Words words);
 std::optional<std::size_t> WordsOfGlobal(Words words);
 [[noreturn]] void RefuseWord(const Split& split, std::string_view word);
 Invocation ParseArguments(const Split& split);
@@ -33,8 +35,8 @@ std::string WithProgram(std::string_view understood);
 
 }  // namespace
 
-std::variant<Invocation, Notice> Parse(Words words) {
-  const Split split = SplitWords(words);
+std::variant<Invocation, Notice> Parse(Words words, const Command* likely) {
+  const Split split = SplitWords(words, likely);
   if (split.wantsVersion) return Notice{"vdrctl " TOOL_VERSION "\n"};
   if (split.wantsHelp) return Notice{HelpText(split.understood)};
   if (!split.command) {
@@ -59,8 +61,17 @@ namespace {
 
 // The object and the verb come first, but for options that hold for all commands. A name that
 // follows is never taken for another object or verb.
-Split SplitWords(Words words) {
+Split SplitWords(Words words, const Command* likely) {
   Split split;
+  split.rest.reserve(words.size());
+  if (likely) {
+    std::string name = FullName(*likely);
+    if (const std::size_t count = WordsOf(name, words)) {
+      split.command = likely;
+      split.understood = std::move(name);
+      words = words.subspan(count);
+    }
+  }
   bool onlyArguments = false;
   for (; !words.empty(); words = words.subspan(1)) {
     const std::string& word = words.front();
@@ -87,6 +98,16 @@ Split SplitWords(Words words) {
     }
   }
   return split;
+}
+
+// How many words the name of a command has; 0 when others come first.
+std::size_t WordsOf(const std::string& name, Words words) {
+  std::size_t count = 0;
+  for (const std::string_view part : SplitAt(name, ' ')) {
+    if (count == words.size() || words[count] != part) return 0;
+    ++count;
+  }
+  return count;
 }
 
 // How many words an option that holds for all commands takes, with its value.

@@ -50,9 +50,9 @@ class WrongUsage : public std::runtime_error {
 
 using Words = std::span<const std::string>;
 
-// Reads the words of a command line, without the name of the program, by the table of commands.
-// Throws WrongUsage.
-std::variant<Invocation, Notice> Parse(Words words);
+// Reads the words of a command line, without the name of the program, by the table of commands. The
+// table is not searched where the words begin with those of `likely`. Throws WrongUsage.
+std::variant<Invocation, Notice> Parse(Words words, const Command* likely = nullptr);
 
 // The command in the operator's words, with the arguments that stand in their places.
 std::string InWords(const Invocation& invocation);

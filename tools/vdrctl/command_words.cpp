@@ -15,16 +15,24 @@ namespace {
 std::string_view NextWord(const Command& command, std::string_view understood) {
   std::string_view object = command.object;
   if (!BeginsWith(object, understood)) return {};
-  if (object.size() == understood.size()) return command.verb ? command.verb : "";
+  if (object.size() == understood.size()) return command.verb;
   object.remove_prefix(understood.empty() ? 0 : understood.size() + 1);
   return object.substr(0, object.find(' '));
 }
 
+// The first row of the table that is right; NULL without one.
+template <typename IsRight>
+const Command* FirstCommand(IsRight isRight) {
+  for (const Family* family : kFamilies) {
+    const auto found = std::ranges::find_if(family->commands, isRight);
+    if (found != family->commands.end()) return &*found;
+  }
+  return nullptr;
+}
+
 bool Follows(std::string_view understood, std::string_view word) {
-  bool follows = false;
-  ForEachCommand(
-      [&](const Command& command) { follows = follows || NextWord(command, understood) == word; });
-  return follows;
+  return FirstCommand(
+      [&](const Command& command) { return NextWord(command, understood) == word; });
 }
 
 }  // namespace
@@ -39,20 +47,13 @@ std::vector<std::string_view> NextWords(std::string_view understood) {
 }
 
 const Command* FindCommand(std::string_view words) {
-  const Command* found = nullptr;
-  ForEachCommand([&](const Command& command) {
+  return FirstCommand([&](const Command& command) {
     const std::string_view object = command.object;
-    if (!command.verb) {
-      if (words == object) found = &command;
-      return;
-    }
     const std::string_view verb = command.verb;
-    if (words.size() == object.size() + 1 + verb.size() && words.starts_with(object) &&
-        words[object.size()] == ' ' && words.ends_with(verb)) {
-      found = &command;
-    }
+    if (verb.empty()) return words == object;
+    return words.size() == object.size() + 1 + verb.size() && words[object.size()] == ' ' &&
+           words.ends_with(verb) && words.starts_with(object);
   });
-  return found;
 }
 
 std::string_view Accepted(std::string_view understood, std::string_view word) {
@@ -65,7 +66,9 @@ std::string_view Accepted(std::string_view understood, std::string_view word) {
 }
 
 std::string FullName(const Command& command) {
-  return command.verb ? std::string(command.object) + " " + command.verb : command.object;
+  std::string name(command.object);
+  if (!command.verb.empty()) name.append(" ").append(command.verb);
+  return name;
 }
 
 }  // namespace vdrctl

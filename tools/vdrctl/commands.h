@@ -35,8 +35,8 @@ struct Few {
 // One row of the table of commands, which drives parsing, help, completion and all other lists of
 // them. The compilation ends when the handler does not take just these parameters in this order.
 struct Command {
-  const char* object;             // one or several words: "lif", "lif address"
-  const char* verb;               // nullptr for an object that is a command by itself
+  std::string_view object;        // one or several words: "lif", "lif address"
+  std::string_view verb;          // empty for an object that is a command by itself
   const char* summary;            // without a full stop, as it stands in help
   Few<const char*, 2> functions;  // of the library, that it calls; none for what the tool does
   Few<uint32_t, 2> codes;         // of the device's commands that these send
@@ -50,7 +50,7 @@ struct Command {
                     std::initializer_list<Parameter> itsParameters, Handler itsHandler,
                     Reply itsReply = {})
       : object(itsObject),
-        verb(itsVerb),
+        verb(itsVerb ? itsVerb : std::string_view()),
         summary(itsSummary),
         functions(itsFunctions),
         codes(itsCodes),
@@ -67,7 +67,7 @@ struct Command {
   constexpr std::span<const Parameter> Parameters() const { return parameters.All(); }
 
   // A command that deletes takes one option more, which its handler never sees.
-  constexpr bool Deletes() const { return verb && std::string_view(verb) == "delete"; }
+  constexpr bool Deletes() const { return verb == "delete"; }
 };
 
 // What help says of an object.

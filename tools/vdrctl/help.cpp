@@ -104,11 +104,11 @@ std::string HelpOfAll() {
   Lines lines;
   std::string_view object;
   ForEachCommand([&](const Command& command) {
-    if (object != command.object) lines.emplace_back(command.object, "");
+    if (object != command.object) lines.emplace_back(std::string(command.object), "");
     object = command.object;
     std::string& verbs = lines.back().second;
     verbs += fmt::format("{}{}", verbs.empty() ? "" : ", ",
-                         command.verb ? command.verb : command.summary);
+                         command.verb.empty() ? command.summary : command.verb);
   });
   return text + TwoColumns("Objects and their verbs", lines) +
          "\n'vdrctl OBJECT --help' and 'vdrctl OBJECT VERB --help' tell more.\n" + GlobalOptions() +

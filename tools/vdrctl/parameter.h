@@ -40,6 +40,13 @@ struct Parameter {
     const std::string_view all = name;
     return all.substr(0, all.find(' '));
   }
+  constexpr bool IsCalled(std::string_view word) const {
+    const std::string_view all = name;
+    if (all.size() < word.size() || (all.size() > word.size() && all[word.size()] != ' ')) {
+      return false;
+    }
+    return all.starts_with(word);
+  }
   // An option that is given or not, without a value behind it.
   constexpr bool IsFlag() const { return IsOption() && LongName() == name; }
 };

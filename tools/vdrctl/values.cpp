@@ -137,11 +137,12 @@ std::vector<uint8_t> ParseHexBytes(std::string_view text) {
 
 std::optional<std::string> Unescaped(std::string_view text) {
   std::string bytes;
-  while (!text.empty()) {
-    if (text.front() != '\\') {
-      bytes += text.front();
-      text.remove_prefix(1);
-    } else if (text.starts_with("\\\\")) {
+  while (true) {
+    const std::size_t plain = std::min(text.find('\\'), text.size());
+    bytes += text.substr(0, plain);
+    text.remove_prefix(plain);
+    if (text.empty()) return bytes;
+    if (text.starts_with("\\\\")) {
       bytes += '\\';
       text.remove_prefix(2);
     } else {
@@ -152,7 +153,6 @@ std::optional<std::string> Unescaped(std::string_view text) {
       text.remove_prefix(4);
     }
   }
-  return bytes;
 }
 
 }  // namespace vdrctl

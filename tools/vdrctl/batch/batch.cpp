@@ -23,9 +23,11 @@ namespace {
 constexpr std::size_t kLongestFile = 256 << 20;
 constexpr std::size_t kMostComplaints = 20;
 
+// What is kept of a line that was found good: there may be millions.
 struct Line {
   std::size_t number;
-  Invocation invocation;
+  const Command* command;
+  std::vector<std::optional<std::string>> values;
 };
 
 // The rows of the command itself: FILE, --dry-run, --keep-going.
@@ -93,7 +95,7 @@ std::optional<Line> Batch::CheckLine(std::size_t number, std::string_view text) 
   try {
     const auto words = SplitLine(text);
     if (words.empty()) return std::nullopt;
-    auto parsed = Parse(words);
+    auto parsed = Parse(words, lines_.empty() ? nullptr : lines_.back().command);
     auto* invocation = std::get_if<Invocation>(&parsed);
     if (!invocation) {
       complaint = "help and version are not for a file of commands";
@@ -103,7 +105,7 @@ std::optional<Line> Batch::CheckLine(std::size_t number, std::string_view text) 
       complaint = "options that hold for all commands stand behind 'vdrctl batch'";
     } else {
       printsRecords_ = printsRecords_ || !invocation->command->reply.layouts.empty();
-      return Line{number, std::move(*invocation)};
+      return Line{number, invocation->command, std::move(invocation->values)};
     }
   } catch (const WrongLine& line) {
     complaint = line.what();
@@ -122,10 +124,11 @@ int Batch::CarryOutAll() {
   std::size_t done = 0;
   std::size_t failed = 0;
   int status = kDone;
-  for (const Line& line : lines_) {
+  for (Line& line : lines_) {
     progress.Show(done + failed);
+    const Invocation invocation{line.command, {}, std::move(line.values)};
     const int ending =
-        Execute(line.invocation, view.presentation(), writer, report_, Place(line.number));
+        Execute(invocation, view.presentation(), writer, report_, Place(line.number));
     ending == kDone ? ++done : ++failed;
     if (status == kDone) status = ending;
     if (ending != kDone && !options_.keepGoing) break;

@@ -1,6 +1,6 @@
 #include "batch/line.h"
 
-#include <optional>
+#include <algorithm>
 
 namespace vdrctl {
 
@@ -25,21 +25,24 @@ void TakeQuoted(std::string_view& rest, char quote, std::string& word) {
   }
 }
 
-// Takes one character outside of quotes; false when the word ends.
-bool TakePlain(std::string_view& rest, std::string& word) {
+bool IsPlain(char character) {
+  return !IsBlank(character) && character != '\\' && character != '\'' && character != '"';
+}
+
+// Takes what stands for itself, or else what has a meaning of its own; false when the word ends.
+bool TakePart(std::string_view& rest, std::string& word) {
+  const auto plain = std::ranges::find_if_not(rest, IsPlain);
+  word.append(rest.begin(), plain);
+  rest.remove_prefix(static_cast<std::size_t>(plain - rest.begin()));
+  if (rest.empty() || IsBlank(rest.front())) return false;
   const char character = rest.front();
-  if (IsBlank(character)) return false;
   rest.remove_prefix(1);
   if (character == '\\') {
     if (rest.empty()) throw WrongLine("a character is missing behind the last backslash");
     word += rest.front();
     rest.remove_prefix(1);
-  } else if (character == '\'' || character == '"') {
-    TakeQuoted(rest, character, word);
-  } else if (character == '\0') {
-    throw WrongLine("a byte of zero can't be a part of a word");
   } else {
-    word += character;
+    TakeQuoted(rest, character, word);
   }
   return true;
 }
@@ -48,11 +51,16 @@ bool TakePlain(std::string_view& rest, std::string& word) {
 
 std::vector<std::string> SplitLine(std::string_view line) {
   std::vector<std::string> words;
+  words.reserve(16);
   while (true) {
     while (!line.empty() && IsBlank(line.front())) line.remove_prefix(1);
     if (line.empty() || line.front() == '#') return words;
     std::string& word = words.emplace_back();
-    while (!line.empty() && TakePlain(line, word)) {
+    while (!line.empty() && TakePart(line, word)) {
+    }
+    // The library would take the word for shorter than it is.
+    if (word.find('\0') != std::string::npos) {
+      throw WrongLine("a byte of zero can't be a part of a word");
     }
   }
 }

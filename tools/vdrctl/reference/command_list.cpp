@@ -9,19 +9,17 @@ namespace vdrctl {
 
 namespace {
 
-void PutText(JsonForm& form, const char* name, const char* text) {
+// Null where there is no text.
+void PutText(JsonForm& form, const char* name, std::string_view text) {
   form.Name(name);
-  if (text) {
-    form.Word(text);
-  } else {
-    form.Null();
-  }
+  if (text.empty()) return form.Null();
+  form.Word(text);
 }
 
 // One name, several, or null: what a program that reads this wants to tell apart.
 void PutFunctions(JsonForm& form, std::span<const char* const> functions) {
   if (functions.size() < 2) {
-    return PutText(form, "function", functions.empty() ? nullptr : functions.front());
+    return PutText(form, "function", functions.empty() ? "" : functions.front());
   }
   form.Name("function");
   form.Open();

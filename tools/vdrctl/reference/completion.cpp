@@ -25,7 +25,7 @@ std::vector<std::string> Beginnings() {
     for (std::size_t end = 0; end != std::string_view::npos;) {
       end = object.find(' ', end + 1);
       const std::string beginning(object.substr(0, end));
-      const bool whole = beginning == object && !command.verb;
+      const bool whole = beginning == object && command.verb.empty();
       if (!whole && seen.insert(beginning).second) beginnings.push_back(beginning);
     }
   });

@@ -1,6 +1,7 @@
 #include "subject.h"
 
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -75,4 +76,18 @@ Comparison Compare(Subject& subject, Subject& floor, int count, int rounds) {
   }
   return {Quantile(own, 0.5), Quantile(least, 0.5), Quantile(ratios, 0.5), Quantile(ratios, 0.25),
           Quantile(ratios, 0.75)};
+}
+
+std::string Time(double nanoseconds) {
+  if (nanoseconds < 1e5) return fmt::format("{:.1f} us", nanoseconds / 1e3);
+  if (nanoseconds < 1e8) return fmt::format("{:.2f} ms", nanoseconds / 1e6);
+  return fmt::format("{:.2f} s", nanoseconds / 1e9);
+}
+
+void PrintRow(const std::string& what, const Comparison& result, double target) {
+  fmt::print("| {} | {} | {} | {:.2f} ({:.2f} to {:.2f}) | {} | {} |\n", what,
+             Time(result.nanoseconds), Time(result.floorNanoseconds), result.ratio,
+             result.lowerQuartile, result.upperQuartile, target,
+             result.ratio <= target ? "yes" : "no");
+  (void)std::fflush(stdout);
 }
