@@ -242,26 +242,5 @@ class Schemas(unittest.TestCase):
             self.assertFalse(validator.is_valid(wrong), wrong)
 
 
-class Completion(unittest.TestCase):
-    def complete(self, *typed):
-        script = f"""source <({VDRCTL!r} completion bash)
-COMP_WORDS=({" ".join(repr(word) for word in typed)}); COMP_CWORD={len(typed) - 1}
-compopt() {{ echo FILES; }}
-_vdrctl; printf '%s\\n' "${{COMPREPLY[@]}}" """
-        return run("bash", "--norc", "-c", script).split()
-
-    def test_bash_offers_what_may_follow(self):
-        self.assertEqual(self.complete("vdrctl", "insta"), ["instance"])
-        self.assertEqual(self.complete("vdrctl", "instance", ""),
-                         ["list", "show", "set", "delete", "tune"])
-        self.assertEqual(self.complete("vdrctl", "--json", "lif", "address", ""), ["set", "delete"])
-        self.assertEqual(self.complete("vdrctl", "--names", "x", "instance", "s"), ["show", "set"])
-        self.assertIn("--second", self.complete("vdrctl", "instance", "set", "edge-1", "--s"))
-        self.assertIn("--json", self.complete("vdrctl", "instance", "list", "--j"))
-        self.assertEqual(self.complete("vdrctl", "completion", "f"), ["fish"])
-        self.assertEqual(self.complete("vdrctl", "batch", ""), ["FILES"])
-        self.assertEqual(self.complete("vdrctl", "command", "9", "--output", "x"), ["FILES"])
-
-
 if __name__ == "__main__":
     unittest.main(argv=sys.argv[:1])

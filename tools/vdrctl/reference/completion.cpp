@@ -224,24 +224,39 @@ std::string FishWords(const std::string& beginning) {
   return lines;
 }
 
-std::string ForFish() {
-  std::string text = R"(# Completes the command lines of vdrctl in fish.
-function __vdrctl_said
-    set -l said
+constexpr const char* kFish = R"(# Completes the command lines of vdrctl in fish.
+# The words so far, without options and their values.
+function __vdrctl_words
+    set -l is_value no
     for word in (commandline -opc)[2..-1]
-        string match -q -- '-*' $word; or set -a said $word
+        if test $is_value = yes
+            set is_value no
+            continue
+        end
+        switch $word
+            case {options}
+                set is_value yes
+            case '-*'
+            case '*'
+                echo $word
+        end
     end
-    test "$said" = "$argv[1]"
+end
+function __vdrctl_said
+    set -l words (__vdrctl_words)
+    test "$words" = "$argv[1]"
 end
 function __vdrctl_begins
-    set -l said
-    for word in (commandline -opc)[2..-1]
-        string match -q -- '-*' $word; or set -a said $word
-    end
-    string match -q -- "$argv[1]*" "$said"
+    set -l words (__vdrctl_words)
+    string match -q -- "$argv[1] *" "$words "
 end
 complete -c vdrctl -f
 )";
+
+std::string ForFish() {
+  std::string text = fmt::format(
+      fmt::runtime(kFish),
+      fmt::arg("options", Spaced(OptionsWithValue(true) + "|" + OptionsWithValue(false))));
   for (const Global& global : kGlobals) {
     std::string line = FishOption(global.parameter, "");
     if (global.shortName) {
