@@ -2,13 +2,16 @@
 
 usage: watch_test.py VDRCTL VDRSIM
 """
+import fcntl
 import json
 import os
 import pty
 import select
 import signal
+import struct
 import subprocess
 import sys
+import termios
 import unittest
 
 VDRCTL, VDRSIM = sys.argv[1:3]
@@ -80,11 +83,13 @@ class Elsewhere(unittest.TestCase):
 
 
 class OnATerminal(unittest.TestCase):
-    def watch(self, *arguments, end):
+    def watch(self, *arguments, end, before=":", lines=24, columns=80):
         """What the terminal gets, and the status as wait() has it."""
         child, terminal = pty.fork()
         if child == 0:
-            os.execv(VDRSIM, [VDRSIM, "run", "--", VDRCTL, *arguments])
+            fcntl.ioctl(0, termios.TIOCSWINSZ, struct.pack("HHHH", lines, columns, 0, 0))
+            os.execve(VDRSIM, [VDRSIM, "run", "--", "sh", "-c", f'{before}; exec "$0" "$@"', VDRCTL,
+                               *arguments], {**os.environ, "LC_ALL": "C.UTF-8"})
         shown = b""
         typed = False
         while select.select([terminal], [], [], 60)[0]:
@@ -110,6 +115,21 @@ class OnATerminal(unittest.TestCase):
         self.assertTrue(shown.endswith(b"\x1b[?25h\x1b[?1049lvdrctl: instance show x: "
                                        b"No such file or directory (ENOENT)\r\n"), shown)
         self.assertEqual(os.WEXITSTATUS(status), 1)
+
+    def test_a_line_is_cut_between_characters_where_the_screen_is_narrow(self):
+        before = r'"$0" instance set "$(printf "a\344\270\255\303\251\303\251")"'
+        for columns, wanted in ((6, "a中éé"), (5, "a中éé"), (4, "a中é"), (3, "a中"), (2, "a"), (1, "a")):
+            shown, _ = self.watch("--watch", "0.1", "instance", "list", "--columns", "name", "--no-header",
+                                  end=b"\x03", before=before, columns=columns)
+            self.assertIn(f"\x1b[H{wanted}\x1b[K\r\n\x1b[J".encode(), shown)
+
+    def test_lines_without_room_are_counted(self):
+        before = '"$0" instance set a; "$0" instance set b; "$0" instance set c'
+        for lines, wanted in ((5, "name\x1b[K\r\na\x1b[K\r\nb\x1b[K\r\nc\x1b[K\r\n\x1b[J"),
+                              (3, "name\x1b[K\r\na\x1b[K\r\n\x1b[J2 more lines")):
+            shown, _ = self.watch("--watch", "0.1", "instance", "list", "--columns", "name",
+                                  end=b"\x03", before=before, lines=lines)
+            self.assertIn(f"\x1b[H{wanted}\x1b".encode(), shown)
 
     def test_json_stays_lines_there_too(self):
         shown, _ = self.watch("--json", "instance", "list", end=b"")

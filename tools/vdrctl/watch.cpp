@@ -64,7 +64,7 @@ void Screen::Show(std::string_view text) {
     const std::size_t end = std::min(text.find('\n'), text.size());
     if (room > 0) {
       const std::size_t columns = known ? size.ws_col : 80;
-      screen += text.substr(0, std::min(end, columns));
+      screen += FirstColumns(text.substr(0, end), columns);
       screen += "\x1b[K\n";
       --room;
     } else {

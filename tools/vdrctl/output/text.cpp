@@ -59,6 +59,10 @@ int Columns(char32_t character) {
                                                                     : 0;
 }
 
+std::size_t WidthOf(const Character& character) {
+  return character.value < 0x80 ? 1 : static_cast<std::size_t>(Columns(character.value));
+}
+
 void PutByte(Writer& out, char byte) {
   out.Put("\\x");
   const auto value = static_cast<uint8_t>(byte);
@@ -123,10 +127,21 @@ std::size_t DisplayWidth(std::string_view text) {
   std::size_t width = 0;
   while (!text.empty()) {
     const Character first = FirstCharacter(text);
-    width += first.value < 0x80 ? 1 : static_cast<std::size_t>(Columns(first.value));
+    width += WidthOf(first);
     text.remove_prefix(first.length);
   }
   return width;
+}
+
+std::string_view FirstColumns(std::string_view text, std::size_t columns) {
+  std::size_t length = 0;
+  for (std::size_t width = 0; length < text.size();) {
+    const Character next = FirstCharacter(text.substr(length));
+    width += WidthOf(next);
+    if (width > columns) break;
+    length += next.length;
+  }
+  return text.substr(0, length);
 }
 
 bool IsUtf8(std::string_view text) {

@@ -19,6 +19,9 @@ std::string Escaped(std::string_view text);
 // The columns of a terminal that an escaped text takes.
 std::size_t DisplayWidth(std::string_view text);
 
+// As much of the start of an escaped text as fits into so many columns, in whole characters.
+std::string_view FirstColumns(std::string_view text, std::size_t columns);
+
 bool IsUtf8(std::string_view text);
 
 // Puts a text between quotes. All of it is ASCII then, so that a JSON document is as harmless as a
