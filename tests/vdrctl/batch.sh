@@ -70,7 +70,39 @@ expect 2 '' "vdrctl: $file:1: a character is missing behind the last backslash" 
 { i=0 && while [ $i -lt 23 ]; do i=$((i + 1)) && echo x; done; } >"$file"
 "$vdrctl" batch "$file" 2>"$room/err"
 expect_line "vdrctl: $file:20: 'vdrctl' has no 'x'" "$room/err"
-expect_line 'vdrctl: 3 more lines are wrong' "$room/err"
+expect_line "vdrctl: $file: 3 more lines are wrong" "$room/err"
+"$vdrctl" --json batch "$file" 2>"$room/err"
+expect_line '{"status":2,"error":{"place":"'"$file"'","message":"3 more lines are wrong"}}' "$room/err"
+
+# A file that a line names and that can't be used is the failure of that line.
+printf 'log-level set 4\ncommand 10 --input %s\nlog-level get\n' "$room/none" >"$file"
+expect 1 '' "vdrctl: $file:2: $room/none: No such file or directory (ENOENT)
+vdrctl: $file: 1 done, 1 failed, 1 not tried" "$vdrctl" batch "$file"
+expect 1 4 "vdrctl: $file:2: $room/none: No such file or directory (ENOENT)
+vdrctl: $file: 2 done, 1 failed, 0 not tried" "$vdrctl" batch "$file" --keep-going
+printf 'schema lif\nlog-level get\n' >"$file"
+expect 2 4 "vdrctl: $file:1: there is no command 'lif'
+Try 'vdrctl schema --help'
+vdrctl: $file: 1 done, 1 failed, 0 not tried" "$vdrctl" batch "$file" --keep-going
+
+# Columns are for all lines that print something, and are looked at beforehand too.
+printf 'log-level set 5\ninstance list\nlog-level get\nbridge list\n' >"$file"
+expect 2 '' "vdrctl: $file:3: this command prints no records, so there are no columns to choose
+Try 'vdrctl log-level get --help'
+vdrctl: $file:4: no column 'word64'; there are qword0, word8, name, word76, word80, text84, text212, word305, word309, qwords313
+Try 'vdrctl bridge list --help'" "$vdrctl" batch "$file" --columns name,word64
+expect 2 '' "vdrctl: $file:3: this command prints no records, so there are no columns to choose
+Try 'vdrctl log-level get --help'" "$vdrctl" batch "$file" --sort name --dry-run
+expect 0 4 '' "$vdrctl" log-level get
+printf 'log-level set 5\nbridge list\nbridge list\n' >"$file"
+expect 0 'name
+name' "vdrctl: $file: 3 done, 0 failed, 0 not tried" "$vdrctl" batch "$file" --columns name
+expect 1 '' "vdrctl: $room/none: No such file or directory (ENOENT)" \
+  "$vdrctl" batch "$file" --dry-run --names "$room/none"
+
+without_input() { "$vdrctl" "$@" <&-; }
+expect 1 '' 'vdrctl: standard input: Bad file descriptor (EBADF)' without_input batch -
+expect 1 '' 'vdrctl: standard input: Bad file descriptor (EBADF)' without_input command 10 --input -
 
 # A command like that of the line before is found without the table, and is the same one.
 printf 'instance set e1 --second 1\ninstance set e2 --second 2\ninstance rm e1\ninstance\ninstance del e2 x\n' >"$file"

@@ -41,6 +41,14 @@ missing command 9
 export USE_UPGRADE_DEV=
 missing instance list
 
+# That there is nothing to delete is not known then.
+unset USE_UPGRADE_DEV
+expect 3 '' "vdrctl: instance delete edge-1: No such file or directory (ENOENT)
+hint: /qorv/devices/char/zaxdriver/ryn_vdr cannot be opened: is the kernel module loaded? Without it, try vdrsim run -- vdrctl ..." \
+  "$vdrctl" instance delete edge-1 --if-exists
+expect 3 '' '{"status":3,"error":{"command":"log-level get","message":"No such file or directory","errno":"ENOENT","hint":"/qorv/devices/char/zaxdriver/ryn_vdr cannot be opened: is the kernel module loaded? Without it, try vdrsim run -- vdrctl ..."}}' \
+  "$vdrctl" -j log-level get
+
 # Without a standard error, too.
 to_closed_error() { "$vdrctl" "$@" 2>&-; }
 to_full_error() { "$vdrctl" "$@" 2>/dev/full; }

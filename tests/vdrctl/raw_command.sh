@@ -41,7 +41,7 @@ hint: the input of a command has at most 968 bytes" "$vdrctl" command 3 --input 
 }
 too_long /dev/zero
 rest_of_long() { head -c 2000 /dev/zero | { "$vdrctl" command 3 --input - || wc -c; }; }
-expect 0 1031 "vdrctl: -: File too large (EFBIG)
+expect 0 1031 "vdrctl: standard input: File too large (EFBIG)
 hint: the input of a command has at most 968 bytes" rest_of_long
 head -c 969 /dev/zero >"$room/long"
 too_long "$room/long"

@@ -75,6 +75,9 @@ help() {
   expect_line "Usage: $usage" "$room/help"
   expect_line "$line" "$room/help"
 }
+help 'vdrctl instance show INSTANCE' 'Show all fields of a router instance.' instance show edge-1 help
+help 'vdrctl lif address VERB ...' 'IPv4 addresses of a LIF.' lif help address
+help 'vdrctl instance list [INSTANCE]' 'Arguments:' instance list --columns name help
 help 'vdrctl [OPTIONS] OBJECT VERB [ARGUMENTS]' '  vdrctl instance set edge-1 --text blue --flag 1' --help
 help 'vdrctl [OPTIONS] OBJECT VERB [ARGUMENTS]' '  -V, --version                     Print the version and exit' help
 help 'vdrctl instance VERB ...' \
@@ -107,6 +110,15 @@ wrong 'vdrctl instance set' "'--second' is given twice" instance set edge-1 --se
 wrong 'vdrctl instance list' "'--json' takes no value" instance list --json=yes
 wrong 'vdrctl instance show' 'INSTANCE: a backslash is written \\, and a byte \xNN, from \x01 to \xff' \
   instance show 'a\b'
+
+# What a schema is asked for is understood as on a command line.
+"$vdrctl" schema lif show >"$room/schema"
+expect 0 "$(cat "$room/schema")" '' "$vdrctl" schema lif get
+wrong 'vdrctl schema' "there is no command 'lif shw'" schema lif shw
+wrong 'vdrctl schema' "there is no command 'lif'" schema lif
+wrong 'vdrctl schema' "'vdrctl lif set' prints no JSON" schema lif set
+wrong 'vdrctl schema' "'vdrctl commands' prints no JSON" schema commands
+wrong 'vdrctl batch' "a file of commands can't be watched" batch /dev/null --watch 1
 
 # Every kind of value.
 wrong 'vdrctl lif address set' \

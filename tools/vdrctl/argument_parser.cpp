@@ -11,7 +11,7 @@
 
 namespace vdrctl {
 
-Invocation ArgumentParser::Parse(Words words) {
+std::optional<Invocation> ArgumentParser::Parse(Words words) {
   invocation_.command = &command_;
   invocation_.values.resize(command_.Parameters().size());
   bool onlyArguments = false;
@@ -21,6 +21,8 @@ Invocation ArgumentParser::Parse(Words words) {
       onlyArguments = true;
     } else if (!onlyArguments && word.size() > 1 && word.front() == '-') {
       TakeOption(words);
+    } else if (!onlyArguments && word == "help") {
+      return std::nullopt;
     } else {
       TakeArgument(word);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,8 +18,8 @@ class ArgumentParser {
   ArgumentParser(const Command& command, std::string understood)
       : command_(command), understood_(std::move(understood)) {}
 
-  // Throws WrongUsage.
-  Invocation Parse(Words words);
+  // Nothing when one of the arguments asks for help. Throws WrongUsage.
+  std::optional<Invocation> Parse(Words words);
 
  private:
   void TakeOption(Words& words);

@@ -30,7 +30,7 @@ Split SplitWords(Words words, const Command* likely);
 std::size_t WordsOf(const std::string& name, Words words);
 std::optional<std::size_t> WordsOfGlobal(Words words);
 [[noreturn]] void RefuseWord(const Split& split, std::string_view word);
-Invocation ParseArguments(const Split& split);
+std::optional<Invocation> ParseArguments(const Split& split);
 std::string WithProgram(std::string_view understood);
 
 }  // namespace
@@ -43,7 +43,9 @@ std::variant<Invocation, Notice> Parse(Words words, const Command* likely) {
     const std::string complete = WithProgram(split.understood);
     throw WrongUsage(fmt::format("'{}' is not a complete command", complete), complete);
   }
-  return ParseArguments(split);
+  auto invocation = ParseArguments(split);
+  if (!invocation) return Notice{HelpText(split.understood)};
+  return std::move(*invocation);
 }
 
 std::string InWords(const Invocation& invocation) {
@@ -79,7 +81,7 @@ Split SplitWords(Words words, const Command* likely) {
       split.rest.push_back(word);
     } else if (word == "--help" || word == "-h") {
       split.wantsHelp = true;
-    } else if (word == "help" && (!split.command || split.rest.empty())) {
+    } else if (word == "help" && !split.command) {
       split.wantsHelp = true;
     } else if (word == "--version" || word == "-V") {
       split.wantsVersion = true;
@@ -142,7 +144,7 @@ std::string WithProgram(std::string_view understood) {
   return understood.empty() ? "vdrctl" : "vdrctl " + std::string(understood);
 }
 
-Invocation ParseArguments(const Split& split) {
+std::optional<Invocation> ParseArguments(const Split& split) {
   ArgumentParser parser(*split.command, WithProgram(split.understood));
   return parser.Parse(split.rest);
 }

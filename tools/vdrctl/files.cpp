@@ -25,6 +25,7 @@ std::vector<uint8_t> ReadFile(const std::string& file, std::size_t most, const s
   const Stream opened(IsStandard(file) ? nullptr : std::fopen(file.c_str(), "re"));
   if (!IsStandard(file) && !opened) throw FileFailure(file, errno);
   std::FILE* stream = opened ? opened.get() : stdin;
+  const std::string name = opened ? file : "standard input";
 
   // Not a byte is taken from a pipe beyond the one that tells that there is more.
   static_cast<void>(std::setvbuf(stream, nullptr, _IONBF, 0));
@@ -36,8 +37,8 @@ std::vector<uint8_t> ReadFile(const std::string& file, std::size_t most, const s
     bytes.resize(done + length);
     if (length == 0) break;
   }
-  if (std::ferror(stream) != 0) throw FileFailure(file, errno);
-  if (bytes.size() > most) throw FileFailure(file, EFBIG, hint);
+  if (std::ferror(stream) != 0) throw FileFailure(name, errno);
+  if (bytes.size() > most) throw FileFailure(name, EFBIG, hint);
   return bytes;
 }
 

@@ -7,6 +7,7 @@
 #include "batch/batch.h"
 #include "command_words.h"
 #include "device_hint.h"
+#include "files.h"
 #include "names/names_file.h"
 #include "output/output.h"
 #include "values.h"
@@ -49,7 +50,11 @@ int Execute(const Invocation& invocation, const Presentation& presentation, Writ
     errno = 0;
     if (command.handler.call(out, command.Parameters(), invocation.values) == 0) return kDone;
   } catch (const NoSuchColumn& none) {
-    throw WrongUsage(none.what(), "vdrctl " + FullName(command));
+    return report.WrongUsage(none.what(), "vdrctl " + FullName(command), place);
+  } catch (const WrongUsage& wrong) {
+    return report.WrongUsage(wrong.what(), wrong.words(), place);
+  } catch (const FileFailure& failure) {
+    return report.Failure(failure.what(), failure.error(), place, failure.hint());
   }
   const int error = errno;
   if (IsForgiven(invocation, error)) return kDone;

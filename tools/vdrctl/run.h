@@ -27,7 +27,6 @@ class View {
 
 // Carries out one command of the device and puts what it says into `writer`. Returns the exit
 // status; what went wrong is reported. `place` is that of the command in a file of commands.
-// Throws WrongUsage for columns that the command doesn't have.
 int Execute(const Invocation& invocation, const Presentation& presentation, Writer& writer,
             const Report& report, std::string_view place = {});
 

@@ -11,8 +11,10 @@
 
 #include "batch/line.h"
 #include "batch/progress.h"
+#include "command_words.h"
 #include "common/standard_streams.h"
 #include "files.h"
+#include "output/output.h"
 #include "output/text.h"
 #include "run.h"
 
@@ -42,6 +44,12 @@ struct Options {
   bool keepGoing;
 };
 
+// Columns are for the commands that print something.
+const Presentation& PresentationOf(const Command& command, const Presentation& presentation) {
+  static const Presentation plain;
+  return command.reply.form == Reply::Form::None ? plain : presentation;
+}
+
 class Batch {
  public:
   Batch(const Invocation& invocation, const Report& report)
@@ -50,9 +58,11 @@ class Batch {
   int Run();
 
  private:
-  bool Check();
+  void CheckLines();
   std::optional<Line> CheckLine(std::size_t number, std::string_view text);
-  int CarryOutAll();
+  void CheckColumns(const Presentation& presentation);
+  void Complain(std::size_t number, const std::string& complaint, const std::string& understood);
+  int CarryOutAll(const Presentation& presentation);
   void Summarise(std::size_t done, std::size_t failed) const;
   std::string Place(std::size_t number) const { return fmt::format("{}:{}", Source(), number); }
   std::string Source() const {
@@ -68,12 +78,19 @@ class Batch {
 };
 
 int Batch::Run() {
-  if (!Check()) return kWrongUsage;
-  if (options_.dryRun) return kDone;
-  return CarryOutAll();
+  if (globals_.watch) throw WrongUsage("a file of commands can't be watched", "vdrctl batch");
+  CheckLines();
+  View view(globals_, printsRecords_);
+  if (wrong_ == 0) CheckColumns(view.presentation());
+  if (wrong_ > kMostComplaints) {
+    report_.WrongUsage(fmt::format("{} more lines are wrong", wrong_ - kMostComplaints), "",
+                       Source());
+  }
+  if (wrong_ > 0) return kWrongUsage;
+  return options_.dryRun ? kDone : CarryOutAll(view.presentation());
 }
 
-bool Batch::Check() {
+void Batch::CheckLines() {
   const auto bytes =
       ReadFile(options_.file, kLongestFile, "a file of commands has at most 256 MiB");
   std::string_view rest(reinterpret_cast<const char*>(bytes.data()), bytes.size());
@@ -82,10 +99,6 @@ bool Batch::Check() {
     if (auto line = CheckLine(number, rest.substr(0, end))) lines_.push_back(std::move(*line));
     rest.remove_prefix(std::min(end + 1, rest.size()));
   }
-  if (wrong_ > kMostComplaints) {
-    tools::Complain("vdrctl", fmt::format("{} more lines are wrong", wrong_ - kMostComplaints));
-  }
-  return wrong_ == 0;
 }
 
 // Nothing for a line that is empty, and for one that is wrong.
@@ -113,12 +126,29 @@ std::optional<Line> Batch::CheckLine(std::size_t number, std::string_view text) 
     complaint = wrong.what();
     understood = wrong.words();
   }
-  if (++wrong_ <= kMostComplaints) report_.WrongUsage(complaint, understood, Place(number));
+  Complain(number, complaint, understood);
   return std::nullopt;
 }
 
-int Batch::CarryOutAll() {
-  View view(globals_, printsRecords_);
+// Whether the commands have the columns that were asked for is known before the first is carried out.
+void Batch::CheckColumns(const Presentation& presentation) {
+  if (!globals_.columns && !globals_.sort) return;
+  Writer unused;
+  for (const Line& line : lines_) {
+    try {
+      const Output out(PresentationOf(*line.command, presentation), line.command->reply, unused);
+    } catch (const NoSuchColumn& none) {
+      Complain(line.number, none.what(), "vdrctl " + FullName(*line.command));
+    }
+  }
+}
+
+void Batch::Complain(std::size_t number, const std::string& complaint,
+                     const std::string& understood) {
+  if (++wrong_ <= kMostComplaints) report_.WrongUsage(complaint, understood, Place(number));
+}
+
+int Batch::CarryOutAll(const Presentation& presentation) {
   Writer writer(stdout);
   Progress progress(lines_.size());
   std::size_t done = 0;
@@ -127,8 +157,8 @@ int Batch::CarryOutAll() {
   for (Line& line : lines_) {
     progress.Show(done + failed);
     const Invocation invocation{line.command, {}, std::move(line.values)};
-    const int ending =
-        Execute(invocation, view.presentation(), writer, report_, Place(line.number));
+    const int ending = Execute(invocation, PresentationOf(*line.command, presentation), writer,
+                               report_, Place(line.number));
     ending == kDone ? ++done : ++failed;
     if (status == kDone) status = ending;
     if (ending != kDone && !options_.keepGoing) break;

@@ -255,16 +255,24 @@ const Command& Named(const std::string& words) {
   if (command && PrintsJson(*command)) return *command;
   throw WrongUsage(command ? "'vdrctl " + words + "' prints no JSON"
                            : "there is no command '" + Escaped(words) + "'",
-                   "vdrctl commands");
+                   "vdrctl schema");
+}
+
+// Synonyms are understood as on a command line.
+std::string CommandWords(std::initializer_list<const char*> given) {
+  std::string words;
+  for (const char* word : given) {
+    if (!word) continue;
+    const std::string_view accepted = Accepted(words, word);
+    words += fmt::format("{}{}", words.empty() ? "" : " ", accepted.empty() ? word : accepted);
+  }
+  return words;
 }
 
 }  // namespace
 
 int PrintSchema(Output& out, const char* first, const char* second, const char* third) {
-  std::string words = first ? first : "";
-  for (const char* word : {second, third}) {
-    if (word) words += std::string(" ") + word;
-  }
+  const std::string words = CommandWords({first, second, third});
   const Presentation presentation{.names = out.names()};
   Writer text;
   JsonForm form(text);
