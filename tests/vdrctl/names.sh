@@ -57,6 +57,23 @@ in_record "/byte72/flags/a: is not a number of 1 to 8 bits, and not 0" \
   '{"byte72":{"name":"x","form":"flags","flags":{"a":256}}}'
 in_record "/word64/nam: none of 'name', 'form', 'flags' and 'comment'" '{"word64":{"nam":"x"}}'
 in_record ": two fields are called 'word68'" '{"word64":"word68"}'
+in_record '/word64: is there twice' '{"word64":"a","word68":"b","word64":"c"}'
+in_record '/word64/flags/up: is there twice' '{"word64":{"name":"x","form":"flags","flags":{"up":1,"up":2}}}'
+wrong '/records/InstanceRecord: is there twice' \
+  '{"format":1,"records":{"LifRecord":{},"InstanceRecord":{},"InstanceRecord":{}}}'
+wrong '/format: is there twice' '{"format":1,"records":{"LifRecord":{"word128":"x"}},"format":1}'
+wrong "parse error at line 2, column 12: syntax error while parsing value - invalid literal; last read: '\"records\":t}'" \
+  '{"format":1,
+"records":t}'
+in_record "/name/form: 'ipv4' does not fit this field" '{"name":{"name":"x","form":"ipv4"}}'
+in_record "/word64/form: 'text' does not fit this field" '{"word64":{"name":"x","form":"text"}}'
+in_record "/word64/form: 'ipv6' does not fit this field" '{"word64":{"name":"x","form":"ipv6"}}'
+in_record "/word64/form: is not a text" '{"word64":{"name":"x","form":6}}'
+in_record "/word64/flags: is not an object" '{"word64":{"name":"x","form":"flags","flags":[]}}'
+in_record "/word64/flags/a,b: a name is of 1 to 63 letters, digits, '_' and '-'" \
+  '{"word64":{"name":"x","form":"flags","flags":{"a,b":1}}}'
+in_record "/word64: 'flags' and the form 'flags' go together" '{"word64":{"name":"x","flags":{"a":1}}}'
+in_record "/words431[4]: the record has no field of this name (did you mean 'words431[0]'?)" '{"words431[4]":"x"}'
 expect 1 '' "vdrctl: $room/none: No such file or directory (ENOENT)" \
   "$vdrctl" --names "$room/none" instance list
 expect 1 '' 'vdrctl: /dev/zero: File too large (EFBIG)

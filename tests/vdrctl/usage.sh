@@ -120,6 +120,19 @@ wrong 'vdrctl schema' "'vdrctl lif set' prints no JSON" schema lif set
 wrong 'vdrctl schema' "'vdrctl commands' prints no JSON" schema commands
 wrong 'vdrctl batch' "a file of commands can't be watched" batch /dev/null --watch 1
 
+# Columns are looked at before anything is sent.
+wrong 'vdrctl instance list' "column 'name' is given twice" instance list --columns name,word64,name
+wrong 'vdrctl lif-policy-table show' \
+  "no column ''; there are refName, refCount, refEntries" lif-policy-table show a b --columns ''
+wrong 'vdrctl lif-policy-table show' \
+  "no column ''; there are refName, refCount, refEntries" lif-policy-table show a b --columns refName,
+wrong 'vdrctl policy list' "no column 'x'; there are policyWord0, policyWord1, policyWord2, policyWord3, policyWord4, policyQword" \
+  policy list 1 --sort x
+wrong 'vdrctl log-level get' 'this command prints no records, so there are no columns to choose' \
+  log-level get --columns level
+wrong 'vdrctl instance show' 'this command prints no list, so there is nothing to sort' \
+  instance show a --sort name
+
 # Every kind of value.
 wrong 'vdrctl lif address set' \
   "ADDRESS/LENGTH: '10.0.0.1' is not an IPv4 prefix such as 10.0.0.0/24 or 10.0.0.0/255.255.255.0" \

@@ -73,6 +73,34 @@ bool IsName(std::string_view name) {
          name.find_first_not_of(kCharacters) == std::string_view::npos;
 }
 
+// Sees a document while it is parsed, and finds a second member of one name, of which the parser would
+// keep the last without a word.
+class Members {
+ public:
+  // Returns the place of a member that its object has already; "" for all else.
+  std::string See(Json::parse_event_t event, const Json& parsed);
+
+ private:
+  struct Object {
+    std::set<std::string> names{};
+    std::string last{};
+  };
+  std::vector<Object> open_{};
+};
+
+std::string Members::See(Json::parse_event_t event, const Json& parsed) {
+  using Event = Json::parse_event_t;
+  if (event == Event::object_start) open_.emplace_back();
+  if (event == Event::object_end) open_.pop_back();
+  if (event != Event::key) return "";
+  Object& object = open_.back();
+  object.last = parsed.get<std::string>();
+  if (object.names.insert(object.last).second) return "";
+  std::string place;
+  for (const Object& one : open_) place += "/" + one.last;
+  return place;
+}
+
 // Reads one file; each complaint says where.
 class Reader {
  public:
@@ -102,7 +130,12 @@ FieldNames Reader::Read() {
   const auto bytes = ReadFile(file_, kLongestFile, "a file of names has at most 1 MiB");
   Json document;
   try {
-    document = Json::parse(bytes);
+    Members members;
+    document = Json::parse(bytes, [&](int /*depth*/, Json::parse_event_t event, Json& parsed) {
+      const std::string twice = members.See(event, parsed);
+      if (!twice.empty()) Refuse(twice, "is there twice");
+      return true;
+    });
   } catch (const Json::parse_error& error) {
     const std::string_view text = error.what();
     throw NamesFailure(

@@ -62,7 +62,13 @@ Output::Output(const Presentation& presentation, const Reply& reply, Writer& wri
   for (std::size_t index = 0; index < reply.layouts.size(); ++index) {
     views_.push_back(MakeView(*reply.layouts[index], TitleOf(reply, index), presentation.names));
   }
-  for (const std::string& name : presentation.columns) RequireColumn(views_, name);
+  for (auto name = presentation.columns.begin(); name != presentation.columns.end(); ++name) {
+    RequireColumn(views_, *name);
+    // Two members of a JSON object can't have one name.
+    if (std::find(presentation.columns.begin(), name, *name) != name) {
+      throw NoSuchColumn(fmt::format("column '{}' is given twice", *name));
+    }
+  }
   if (!presentation.sort.empty()) RequireColumn(views_, presentation.sort);
 }
 

@@ -16,7 +16,7 @@
 
 namespace vdrctl {
 
-// A column was asked for that the reply does not have.
+// Columns were asked for that the reply can't be shown in.
 class NoSuchColumn : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
