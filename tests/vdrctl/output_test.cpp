@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "output/history.h"
 #include "output/text.h"
 
 namespace {
@@ -176,6 +177,7 @@ TEST(Tables, AndJsonAreSortedByAColumnAsAReaderWouldAndKeepEqualsInTheirOrder) {
 TEST(Tables, RefuseAColumnThatThereIsNot) {
   EXPECT_THROW(PairList({.columns = {"nam"}}, ""), vdrctl::NoSuchColumn);
   EXPECT_THROW(PairList({.sort = "nam"}, ""), vdrctl::NoSuchColumn);
+  EXPECT_THROW(PairList({.columns = {"name", "size", "name"}}, ""), vdrctl::NoSuchColumn);
   EXPECT_THROW(EveryKindRecord({.sort = "byte"}, EveryKind()), vdrctl::NoSuchColumn);
   EXPECT_THROW(Printed({.columns = {"name"}}, {}, [](Output&) {}), vdrctl::NoSuchColumn);
 }
@@ -185,6 +187,68 @@ TEST(Records, OfOneOfSeveralLayoutsShowTheChosenColumnsThatTheyHave) {
   EXPECT_EQ(Printed(chosen, vdrctl::RecordReply<kPair, kEveryKind>(),
                     [](Output& out) { out.Record(kEveryKind, EveryKind().data()); }),
             "byte  254\n");
+}
+
+// The width of these columns is known without a look at their cells.
+TEST(Tables, AlignWhatStandsBehindBytesAndAddresses) {
+  const auto list = [](const Presentation& presentation, std::size_t count) {
+    return Printed(presentation, vdrctl::ListReply<kEveryKind>(),
+                   [&](Output& out) { out.List(EveryKind().data(), count); });
+  };
+  EXPECT_EQ(list({.columns = {"bytes", "mac", "text"}}, 1),
+            "bytes   mac                text\n"
+            "000ff0  02:00:5e:10:ab:ff  blue\n");
+  EXPECT_EQ(list({.columns = {"bytes", "mac", "text"}, .header = false}, 1),
+            "000ff0  02:00:5e:10:ab:ff  blue\n");
+  EXPECT_EQ(list({.columns = {"bytes", "mac", "text"}}, 0), "bytes  mac  text\n");
+}
+
+// Two turns of a watched command.
+class Counters : public testing::Test {
+ protected:
+  static constexpr const char* kTitles[] = {"Counts"};
+  static constexpr Field kRows[] = {U32("type", 0), U64("alone", 4), Numbers("slots5", 12, 8, 2)};
+  static constexpr RecordLayout kCounts{"Counts", 28, kRows};
+  struct [[gnu::packed]] Record {
+    uint32_t type;
+    uint64_t counters[3];
+  };
+
+  std::string Turn(Presentation::Form form, const Record& record) {
+    Reply reply = vdrctl::RecordReply<kCounts>();
+    reply.titles = kTitles;
+    return Printed({.form = form, .history = &history_}, reply,
+                   [&](Output& out) { out.Record(kCounts, &record); });
+  }
+
+  vdrctl::History history_{};
+};
+
+TEST_F(Counters, GrowFromTurnToTurn) {
+  const auto heading = std::string("counter") + std::string(34, ' ') + "value" +
+                       std::string(12, ' ') + "difference" + std::string(6, ' ') + "per second\n";
+  EXPECT_EQ(
+      Turn(Presentation::Form::Tables, {1, {10, 20, 30}}),
+      heading +
+          "alone                                       10                     0             0.0\n"
+          "slots[5]                                    20                     0             0.0\n"
+          "slots[6]                                    30                     0             0.0\n");
+  const std::string second = Turn(Presentation::Form::Tables, {1, {17, 20, 29}});
+  EXPECT_NE(second.find("17                     7 "), std::string::npos) << second;
+  EXPECT_NE(second.find("20                     0             0.0"), std::string::npos) << second;
+  // One that was reset has no difference.
+  EXPECT_NE(second.find("29                     0             0.0"), std::string::npos) << second;
+}
+
+TEST_F(Counters, OfAnotherKindBeginAnew) {
+  Turn(Presentation::Form::Json, {1, {10, 20, 30}});
+  EXPECT_EQ(Turn(Presentation::Form::Json, {2, {11, 21, 31}}),
+            "{\"seconds\":0.000000,\"record\":{\"type\":2,\"alone\":11,\"slots5\":[21,31]},"
+            "\"differences\":{\"alone\":0,\"slots5\":[0,0]},"
+            "\"rates\":{\"alone\":0.000000,\"slots5\":[0.000000,0.000000]}}\n");
+  const std::string third = Turn(Presentation::Form::Json, {2, {12, 25, 31}});
+  EXPECT_NE(third.find("\"differences\":{\"alone\":1,\"slots5\":[4,0]}"), std::string::npos)
+      << third;
 }
 
 TEST(Tables, ShowAnArrayOfNumbersAtTheLeft) {
