@@ -197,6 +197,40 @@ class Pages(unittest.TestCase):
             self.assertIn("\n.B vdrctl " + words(command).replace("-", "\\-"), text)
 
 
+class Names(unittest.TestCase):
+    EXAMPLE = SOURCE / "examples/names/simulation.json"
+
+    def fields_of_the_simulation(self):
+        """The fields that the simulation gives a meaning, by the tables of its page. What records call
+        by more than a place needs no name."""
+        title = re.compile(r"`([A-Z]\w+)`")
+        place = re.compile(r"`([a-z]+[A-Z]?[a-z]*\d+)(?:\[\d+\])?`")
+        records = None
+        for line in (SOURCE / "docs/vdrsim-datapath.md").read_text().splitlines():
+            cells = line.strip("|").split("|") if line.startswith("|") else None
+            if cells and records is None:
+                records = [title.findall(cell) for cell in cells]
+            elif cells:
+                yield from ((names[0], field) for names, cell in zip(records, cells) if names
+                            for field in place.findall(cell))
+            else:
+                records = None
+
+    def test_the_example_has_one_for_each_field_of_the_simulation(self):
+        records = json.loads(self.EXAMPLE.read_text())["records"]
+        fields = {field for field in self.fields_of_the_simulation()
+                  if not field[0].startswith(("VDRZAX", "StatsRecord"))}
+        self.assertGreater(len(fields), 80)
+        for record, field in fields:
+            named = {name.split("[")[0] for name in records.get(record, {})}
+            self.assertIn(field, named, record)
+
+    def test_the_example_is_one_of_the_tool(self):
+        shown = run(VDRCTL, "--names", self.EXAMPLE, "schema", "bridge", "list")
+        self.assertIn('"replication-mode"', shown)
+        self.assertNotIn('"word80"', shown)
+
+
 class Schemas(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
