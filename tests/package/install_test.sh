@@ -26,6 +26,14 @@ case $(run_path "$prefix/bin/vdrctl") in
 esac
 "$prefix/bin/vdrctl" --version >/dev/null
 
+if grep -q '^VDRZAX_MANUAL:BOOL=ON' "$build/CMakeCache.txt"; then
+  for file in man/man1/vdrctl.1 man/man1/vdrsim.1 man/man3/VDRZAX_GetInstances.3 man/man7/vdrzax.7 \
+    doc/vdrzax/html/index.html bash-completion/completions/vdrctl zsh/site-functions/_vdrctl \
+    fish/vendor_completions.d/vdrctl.fish; do
+    [ -s "$prefix/share/$file" ] || { echo "share/$file is not installed"; exit 1; }
+  done
+fi
+
 # A program that was linked finds what the installed tools put into a datapath of their own, whether the
 # machine has a device or not.
 expect_runs() {

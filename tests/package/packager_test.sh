@@ -12,8 +12,8 @@ build=$scratch/build libraries=$scratch/place/libraries headers=$scratch/place/h
 # The type may come by the environment too.
 unset CMAKE_BUILD_TYPE || true
 configure() {
-  quietly cmake -G Ninja -S "$source" -B "$build" -DVDRZAX_TESTS=OFF -DCMAKE_UNITY_BUILD=ON \
-    -DCMAKE_INSTALL_LIBDIR="$libraries" -DCMAKE_INSTALL_INCLUDEDIR="$headers" "$@"
+  quietly cmake -G Ninja -S "$source" -B "$build" -DVDRZAX_TESTS=OFF -DVDRZAX_MANUAL=OFF \
+    -DCMAKE_UNITY_BUILD=ON -DCMAKE_INSTALL_LIBDIR="$libraries" -DCMAKE_INSTALL_INCLUDEDIR="$headers" "$@"
 }
 fail() {
   echo "$*"
