@@ -48,6 +48,8 @@ eval "set -- $(pkg-config --cflags --libs vdrzax)" # it writes spaces as a shell
 cc -o "$scratch/by_pkg_config" "$examples/list_instances.c" "$@"
 expect_runs env LD_LIBRARY_PATH="$library" "$scratch/by_pkg_config"
 
+PATH=$prefix/bin:$PATH LD_LIBRARY_PATH=$library "$examples/ci.sh" >/dev/null
+
 cmake -G Ninja -S "$examples" -B "$scratch/example" -DCMAKE_PREFIX_PATH="$prefix" >"$scratch/configure.log"
 cmake --build "$scratch/example" >"$scratch/build.log" || { cat "$scratch/build.log"; exit 1; }
 expect_runs "$scratch/example/list_instances"
