@@ -1,5 +1,6 @@
 #!/bin/sh
-# Each script tells its usage when it is asked for help, and does nothing else.
+# Each script tells its usage when it is asked for help, and does nothing else; the page on checks names
+# each check.
 # usage: scripts_help_test.sh SOURCE_DIRECTORY
 set -eu
 cd "$1"
@@ -23,6 +24,14 @@ for script in scripts/* scripts/checks/*; do
     *)
       echo "$script --help does not tell its usage: $help"
       failed=1
+      ;;
+  esac
+  case $script in
+    scripts/checks/*)
+      if ! grep -qF "| \`${script##*/}\` |" docs/checks.md; then
+        echo "docs/checks.md does not name $script"
+        failed=1
+      fi
       ;;
   esac
 done

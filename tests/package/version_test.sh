@@ -1,5 +1,5 @@
 #!/bin/sh
-# The header, the build, the front page, the changelog, the tools and the soname have one version.
+# The header, the build, the front page, both changelogs, the tools and the soname have one version.
 # usage: version_test.sh SOURCE_DIRECTORY PROJECT_VERSION SHARED_OBJECT TOOL...
 set -eu
 source=$1 project=$2 library=$3
@@ -21,6 +21,7 @@ expect "the build" "$project"
 expect "the front page" "$(sed -n 's/^This is version \([0-9.]*[0-9]\)[^0-9].*/\1/p' "$source/README.md")"
 expect "the top of the changelog" \
   "$(sed -n '/^## /{s/^[^0-9]*\([0-9.]*[0-9]\).*/\1/p;q;}' "$source/CHANGELOG.md")"
+expect "debian/changelog" "$(sed -n '1s/^vdrzax (\(.*\)) .*/\1/p' "$source/debian/changelog")"
 for tool; do
   expect "$tool --version" "$("$tool" --version | sed 's/^[^ ]* //')"
 done
