@@ -1,6 +1,6 @@
 #!/bin/sh
 # An installed library serves a C program three ways: pkg-config, CMake, and the archive with cc
-# alone.
+# alone; and a C++ program the first two.
 # usage: install_test.sh BUILD_DIRECTORY EXAMPLES_DIRECTORY
 set -eu
 build=$1 examples=$2
@@ -47,6 +47,12 @@ export PKG_CONFIG_PATH="$library/pkgconfig"
 eval "set -- $(pkg-config --cflags --libs vdrzax)" # it writes spaces as a shell reads them
 cc -o "$scratch/by_pkg_config" "$examples/list_instances.c" "$@"
 expect_runs env LD_LIBRARY_PATH="$library" "$scratch/by_pkg_config"
+c++ -std=c++20 -o "$scratch/agent" "$examples/agent.cpp" "$@"
+expect_agent_runs() {
+  "$prefix/bin/vdrsim" run -- "$@" >"$scratch/agent.log" && grep -q '^edge-1 10$' "$scratch/agent.log" ||
+    { cat "$scratch/agent.log" && exit 1; }
+}
+expect_agent_runs env LD_LIBRARY_PATH="$library" "$scratch/agent"
 
 PATH=$prefix/bin:$PATH LD_LIBRARY_PATH=$library "$examples/ci.sh" >/dev/null
 
@@ -54,6 +60,7 @@ cmake -G Ninja -S "$examples" -B "$scratch/example" -DCMAKE_PREFIX_PATH="$prefix
 cmake --build "$scratch/example" >"$scratch/build.log" || { cat "$scratch/build.log"; exit 1; }
 expect_runs "$scratch/example/list_instances"
 expect_runs "$scratch/example/list_instances_static"
+expect_agent_runs "$scratch/example/agent"
 
 cc -I"$prefix/include" -o "$scratch/with_archive" "$examples/list_instances.c" "$library/libvdrzax.a"
 expect_runs "$scratch/with_archive"
