@@ -230,10 +230,10 @@ std::vector<Case> PolledListCases() {
   return cases;
 }
 
-Case ListCase(const char* name, uint32_t records) {
+Case ListCase(const char* name, uint32_t records, device::Calls calls) {
   const auto getter =
       std::find_if(std::begin(kGetters), std::end(kGetters),
                    [&](const Getter& one) { return std::strcmp(one.name, name) == 0; });
   if (getter == std::end(kGetters)) std::abort();
-  return MakeCase(*getter, records, device::Calls::Program, 0);
+  return MakeCase(*getter, records, calls, 0);
 }

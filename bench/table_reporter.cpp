@@ -26,8 +26,8 @@ std::string Fixed(double value) {
 }  // namespace
 
 bool TableReporter::ReportContext(const Context& /*context*/) {
-  std::puts(
-      "| Function | Records | Device | Library | Floor | Ratio | Middle half | Target | Met |");
+  std::printf("| Function | Records | Device | %s | %s | Ratio | Middle half | Target | Met |\n",
+              measured_, against_);
   std::puts("|---|---|---|---|---|---|---|---|---|");
   return true;
 }

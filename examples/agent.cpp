@@ -1,5 +1,6 @@
 // Keeps a router instance and its uplink as they should be, as a management agent would.
 #include <cerrno>
+#include <exception>
 #include <iostream>
 #include <string>
 #include <vdrzax.hpp>
@@ -55,4 +56,7 @@ int main() try {
 } catch (const vdrzax::error& failure) {
   std::cerr << failure.what() << '\n';
   return failure.code().value() == ENOENT ? 3 : 1;
+} catch (const std::exception& failure) {
+  std::cerr << failure.what() << '\n';
+  return 1;
 }

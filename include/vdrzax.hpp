@@ -31,8 +31,8 @@
 //   std::invalid_argument  a text with a NUL inside, or a required argument that is missing
 // and each also exists as try_..., which throws nothing and gives a `result`: a value, or function() and
 // code(). The three kinds of refusal have ENAMETOOLONG and EINVAL there, and failure().refusal. A reply
-// that the library refuses without an errno of its own gives EBADMSG. Compiled with -fno-exceptions the
-// try_... calls are all there are.
+// that the library refuses without an errno of its own gives EBADMSG. A call that succeeds leaves errno
+// alone. Compiled with -fno-exceptions the try_... calls are all there are.
 //
 // find_... gives nothing instead of failing when what it asks for is not there (ENOENT). The device gives
 // ENOENT too when it is missing itself, which is a failure: before find_... says that something is not

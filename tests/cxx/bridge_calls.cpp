@@ -7,6 +7,12 @@ namespace {
 constexpr vdrzax::Bytes<64> kNode{1, 2, 0, 4};
 constexpr vdrzax::Bytes<64> kNoNode{};
 
+// The header of these fetches stays the caller's when the device refuses.
+int DoneOrMine(int status, RecordList* list, void (*release)(RecordList*)) {
+  if (status != 0) std::free(list);
+  return Done(status, list, release);
+}
+
 }  // namespace
 
 Rows BridgeCalls() {
@@ -65,7 +71,7 @@ Rows BridgeCalls() {
       {"VDRZAXGetBridgeInstances",
        [] {
          auto* list = static_cast<RecordList*>(std::calloc(1, sizeof(RecordList)));
-         return Done(VDRZAXGetBridgeInstances(list), list, VDRZAX_ReleaseBridgeInstances);
+         return DoneOrMine(VDRZAXGetBridgeInstances(list), list, VDRZAX_ReleaseBridgeInstances);
        },
        FACE(fetch_bridge_instances), 0},
       {"VDRZAX_GetBridgeNetworks",
@@ -78,8 +84,8 @@ Rows BridgeCalls() {
       {"VDRZAXGetBridgeNetworks",
        [] {
          auto* list = static_cast<RecordList*>(std::calloc(1, sizeof(RecordList)));
-         return Done(VDRZAXGetBridgeNetworks("text-1", "text-2", list), list,
-                     VDRZAX_ReleaseBridgeNetworks);
+         return DoneOrMine(VDRZAXGetBridgeNetworks("text-1", "text-2", list), list,
+                           VDRZAX_ReleaseBridgeNetworks);
        },
        FACE(fetch_bridge_networks, "text-2"), 0},
       {"VDRZAX_GetBridgePorts",
@@ -92,8 +98,8 @@ Rows BridgeCalls() {
       {"VDRZAXGetBridgePorts",
        [] {
          auto* list = static_cast<RecordList*>(std::calloc(1, sizeof(RecordList)));
-         return Done(VDRZAXGetBridgePorts("text-1", "text-2", 0x3122, 0x41223340U, list), list,
-                     VDRZAX_ReleaseBridgePorts);
+         return DoneOrMine(VDRZAXGetBridgePorts("text-1", "text-2", 0x3122, 0x41223340U, list),
+                           list, VDRZAX_ReleaseBridgePorts);
        },
        FACE(fetch_bridge_ports, "text-2", 0x3122, 0x41223340U), 0},
       {"VDRZAX_GetBridgeFdbEntries",
@@ -106,8 +112,8 @@ Rows BridgeCalls() {
       {"VDRZAXGetBridgeFdbEntries",
        [] {
          auto* list = static_cast<RecordList*>(std::calloc(1, sizeof(RecordList)));
-         return Done(VDRZAXGetBridgeFdbEntries("text-1", 0x2122, 0x31223340U, list), list,
-                     VDRZAX_ReleaseBridgeFdbEntries);
+         return DoneOrMine(VDRZAXGetBridgeFdbEntries("text-1", 0x2122, 0x31223340U, list), list,
+                           VDRZAX_ReleaseBridgeFdbEntries);
        },
        FACE(fetch_bridge_fdb_entries, "text-1", 0x2122, 0x31223340U), 0},
       {"VDRZAX_GetBridgeClusters",

@@ -44,7 +44,7 @@ inline constexpr vdrzax::Mac kMacBytes{0x02, 0x13, 0x24, 0x35, 0x46, 0x57};
 
 // Memory for what the kernel writes straight to the caller, as much as any call needs.
 inline std::uint8_t* Scratch() {
-  static std::vector<std::uint8_t> bytes(8 * 1024 * 1024);
+  static std::vector<std::uint8_t> bytes(8U << 20U);
   return bytes.data();
 }
 

@@ -150,7 +150,8 @@ TEST(CxxFace, HasACallForEachFunctionThatReachesTheDevice) {
   for (const Row& row : AllCalls()) called.insert(row.function);
   std::set<std::string> exported;
   for (const std::string name : kExportedFunctions) {
-    if (name.find("_Release") == name.npos && name != "VDRZAXGetUuidOrName") exported.insert(name);
+    if (name.find("_Release") == std::string::npos && name != "VDRZAXGetUuidOrName")
+      exported.insert(name);
   }
   EXPECT_EQ(called, exported);
 }

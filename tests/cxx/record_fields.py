@@ -1,6 +1,6 @@
-"""Writes a line for each field of each record, with the name that the C++ face has for it.
+"""Prints a line for each field of each record, with the name that the C++ face has for it.
 
-usage: record_fields.py SOURCE_DIRECTORY OUTPUT
+usage: record_fields.py SOURCE_DIRECTORY
 
 A record that no class of the face shows is an error, but for those that only go to the kernel or hold
 lists, and those that tests/cxx/ownership_test.cpp walks.
@@ -24,13 +24,12 @@ def snake(name):
 
 faces = sorted((source / "include/vdrzax/cxx").glob("*.hpp"))
 views = {record: view for face in faces for view, record in VIEW.findall(face.read_text())}
-lines = []
 for record in public_header.records(source / "include"):
     if record.name in WITHOUT_VIEW:
         continue
     if record.name not in views:
         sys.exit(f"record_fields.py: no class of the face shows {record.name}")
-    lines += [f"EXPECT_FIELD({views[record.name]}, {snake(field.name)}, "
-              f"offsetof({record.name}, {field.name}), sizeof({record.name}::{field.name}))\n"
-              for field in record.fields if not field.name.startswith("skipped")]
-pathlib.Path(sys.argv[2]).write_text("".join(lines))
+    for field in record.fields:
+        if not field.name.startswith("skipped"):
+            print(f"EXPECT_FIELD({views[record.name]}, {snake(field.name)}, "
+                  f"offsetof({record.name}, {field.name}), sizeof({record.name}::{field.name}))")

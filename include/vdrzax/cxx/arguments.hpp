@@ -66,7 +66,7 @@ class Field {
     const std::string_view view = text.view();
     if (!text.has_value()) return kIsRequired ? Refusal::Missing : Refusal::None;
     if (view.size() > kRoom) return Refusal::TooLong;
-    return view.find('\0') == view.npos ? Refusal::None : Refusal::NulInside;
+    return view.find('\0') == std::string_view::npos ? Refusal::None : Refusal::NulInside;
   }
 
   std::string_view text_;
