@@ -181,7 +181,7 @@ def docstring(record):
 
 def class_head(record, size):
     return ["", "", f"class {record.name}(Record):",
-            *filter(None, [docstring(record)]), "", f"    SIZE = {size}"]
+            *filter(None, [docstring(record)]), "", "    __slots__ = ()", f"    SIZE = {size}"]
 
 
 def layout_record(record, size, rows):

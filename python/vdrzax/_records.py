@@ -49,6 +49,7 @@ class VTEPTable(ctypes.Structure):
 class LifSubEntry(Record):
     """One sub-entry of a LIF."""
 
+    __slots__ = ()
     SIZE = 24
     words0 = Numbers(0, 4, 5)
     byte20 = Number(20, 1)
@@ -57,6 +58,7 @@ class LifSubEntry(Record):
 class PolicyTableRefEntry(Record):
     """One entry of a reference to policy tables."""
 
+    __slots__ = ()
     SIZE = 24
     qword0 = Number(0, 8)
     qword8 = Number(8, 8)
@@ -66,6 +68,7 @@ class PolicyTableRefEntry(Record):
 class RouteNextHop(Record):
     """One next hop of a route."""
 
+    __slots__ = ()
     SIZE = 80
     hopWord = Number(4, 4)
     hopName = Text(8, 64)
@@ -75,6 +78,7 @@ class RouteNextHop(Record):
 class BridgeInstanceRecord(Record):
     """One bridge instance."""
 
+    __slots__ = ()
     SIZE = 393
     qword0 = Number(0, 8)
     word8 = Number(8, 4)
@@ -91,6 +95,7 @@ class BridgeInstanceRecord(Record):
 class BridgeNetworkRecord(Record):
     """One network of a bridge."""
 
+    __slots__ = ()
     SIZE = 133
     qword0 = Number(0, 8)
     word8 = Number(8, 4)
@@ -106,6 +111,7 @@ class BridgeNetworkRecord(Record):
 class BridgePortRecord(Record):
     """One port of a bridge."""
 
+    __slots__ = ()
     SIZE = 146
     qword0 = Number(0, 8)
     word8 = Number(8, 4)
@@ -117,6 +123,7 @@ class BridgePortRecord(Record):
 class BridgeFdbRecord(Record):
     """One entry of a bridge's forwarding database."""
 
+    __slots__ = ()
     SIZE = 20
     word0 = Number(0, 4)
     half4 = Number(4, 2)
@@ -130,6 +137,7 @@ class BridgeFdbRecord(Record):
 class BridgeClusterRecord(Record):
     """One bridge cluster."""
 
+    __slots__ = ()
     SIZE = 183
     nameArea = Bytes(0, 64)
     word72 = Number(72, 4)
@@ -144,6 +152,7 @@ class BridgeClusterRecord(Record):
 class BridgeClusterNodeRecord(Record):
     """One node of a bridge cluster."""
 
+    __slots__ = ()
     SIZE = 71
     nameArea = Bytes(0, 64)
     word64 = Number(64, 4)
@@ -154,6 +163,7 @@ class BridgeClusterNodeRecord(Record):
 class BridgeEndpointRecord(Record):
     """One bridge endpoint."""
 
+    __slots__ = ()
     SIZE = 235
     nameArea = Bytes(64, 64)
     half128 = Number(128, 2)
@@ -166,6 +176,7 @@ class BridgeEndpointRecord(Record):
 class BridgeBfdSessionRecord(Record):
     """One BFD session that watches a bridge endpoint."""
 
+    __slots__ = ()
     SIZE = 39
     half0 = Number(0, 2)
     word2 = Number(2, 4)
@@ -182,6 +193,7 @@ class BridgeBfdSessionRecord(Record):
 class E2IEntry(Record):
     """One entry of the E2I table, byte for byte as the datapath reports it, in the kernel's layout."""
 
+    __slots__ = ()
     SIZE = 26
     bytes = Bytes(0, 26)
 
@@ -189,6 +201,7 @@ class E2IEntry(Record):
 class InstanceRecord(Record):
     """One router instance as the datapath reports it."""
 
+    __slots__ = ()
     SIZE = 577
     name = Text(0, 64)
     word64 = Number(64, 4)
@@ -223,6 +236,7 @@ class InstanceRecord(Record):
 class StatsRecord(Record):
     """Counters of one kind."""
 
+    __slots__ = ()
     SIZE = 852
     type = Number(0, 4)
     slots = Numbers(4, 8, 106)
@@ -231,6 +245,7 @@ class StatsRecord(Record):
 class CPSyncStateEntry(Record):
     """One of the five parts of a control-plane sync state."""
 
+    __slots__ = ()
     SIZE = 284
     qword0 = Number(0, 8)
     words8 = Numbers(8, 4, 5)
@@ -241,6 +256,7 @@ class CPSyncStateEntry(Record):
 class LifRecord(Record):
     """One LIF as the datapath reports it."""
 
+    __slots__ = ()
     SIZE = 961
     name = Text(0, 64)
     auxName = Text(64, 64)
@@ -269,6 +285,7 @@ class LifRecord(Record):
 class MRoutingLocalRcvr(Record):
     """One local receiver."""
 
+    __slots__ = ()
     SIZE = 88
     rcvrName = Text(0, 64)
     value64 = Number(64, 4)
@@ -279,6 +296,7 @@ class MRoutingLocalRcvr(Record):
 class VtepEntry(Record):
     """One remote receiver (tunnel endpoint), byte for byte as the datapath reports it."""
 
+    __slots__ = ()
     SIZE = 68
     bytes = Bytes(0, 68)
 
@@ -286,6 +304,7 @@ class VtepEntry(Record):
 class MRoutingDomain(Record):
     """The multicast routing domain of an instance."""
 
+    __slots__ = ()
     SIZE = 148
     domainName = Text(0, 64)
     domainLabel = Text(64, 48)
@@ -296,6 +315,7 @@ class MRoutingDomain(Record):
 class MRoutingMcastGroup(Record):
     """One multicast group."""
 
+    __slots__ = ()
     SIZE = 12
     group0 = Number(0, 4)
     group1 = Number(4, 4)
@@ -305,6 +325,7 @@ class MRoutingMcastGroup(Record):
 class PolicyRecord(Record):
     """One policy as the datapath reports it."""
 
+    __slots__ = ()
     SIZE = 28
     policyWord0 = Number(0, 4)
     policyWord1 = Number(4, 4)
@@ -317,6 +338,7 @@ class PolicyRecord(Record):
 class PolicyTableRecord(Record):
     """One policy table."""
 
+    __slots__ = ()
     SIZE = 72
     tableKey = Number(0, 4)
     tableName = Text(4, 64)
@@ -326,6 +348,7 @@ class PolicyTableRecord(Record):
 class LifPolicyTableRef(Record):
     """A LIF's reference to policy tables."""
 
+    __slots__ = ()
     SIZE = 546
     refName = Text(0, 64)
     refCount = Number(64, 2)
@@ -335,6 +358,7 @@ class LifPolicyTableRef(Record):
 class RouteRecord(Record):
     """One IPv4 route as the datapath reports it."""
 
+    __slots__ = ()
     SIZE = 668
     routeWord0 = Number(0, 4)
     routeWord1 = Number(4, 4)
@@ -349,6 +373,7 @@ class RouteRecord(Record):
 class DemuxRouteRecord(Record):
     """One demultiplexing route as the datapath reports it."""
 
+    __slots__ = ()
     SIZE = 148
     demuxWord0 = Number(0, 4)
     demuxWord1 = Number(4, 4)
@@ -361,6 +386,7 @@ class DemuxRouteRecord(Record):
 class SoftRssStats(Record):
     """The statistics of one software RSS object."""
 
+    __slots__ = ()
     SIZE = 852
     queueCount = Number(4, 4)
     words8 = CountedNumbers(8, 4, 16, "queueCount")
@@ -372,6 +398,7 @@ class SoftRssStats(Record):
 class SoftRssTunables(Record):
     """The tunables of one software RSS object."""
 
+    __slots__ = ()
     SIZE = 12
     qword0 = Number(0, 8)
     word8 = Number(8, 4)
@@ -380,6 +407,7 @@ class SoftRssTunables(Record):
 class VMPublicIPEntry(Record):
     """One entry of the VM public IP table, as the kernel wrote it."""
 
+    __slots__ = ()
     SIZE = 1042
     entryHeader = Bytes(0, 14)
     itemCount = Number(14, 4)

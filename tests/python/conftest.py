@@ -1,6 +1,11 @@
+import hypothesis
 import pytest
 
 import vdrzax
+
+# Nothing is kept between runs, and how long an example takes is no criterion.
+hypothesis.settings.register_profile("tests", database=None, deadline=None)
+hypothesis.settings.load_profile("tests")
 
 
 @pytest.fixture(scope="session")

@@ -10,7 +10,8 @@ LISTS = {0: 577, 21: 961, 36: 668, 59: 961, 61: 393, 63: 133, 64: 146, 65: 20, 8
 
 
 class Device:
-    """Keeps what was sent; replies with `reply` when a test has set it, else with zeros."""
+    """Keeps what was sent. Replies with `reply` when a test has set it, which may be a reply a code,
+    else with zeros."""
 
     def __init__(self):
         self._fake = ctypes.CDLL(os.environ["VDRZAX_FAKE_DEVICE"])
@@ -33,7 +34,9 @@ class Device:
         self.sent.append((code, ctypes.string_at(input, length) if input else b"", capacity))
         if self.error:
             return self.error
-        wanted = self.reply if self.reply is not None else usual_reply(code, capacity)
+        wanted = self.reply.get(code) if isinstance(self.reply, dict) else self.reply
+        if wanted is None:
+            wanted = usual_reply(code, capacity)
         if reply:
             ctypes.memmove(reply, wanted, min(len(wanted), capacity))
         claimed[0] = len(wanted) if self.claimed is None else self.claimed
@@ -47,7 +50,7 @@ def usual_reply(code, capacity):
     if code == 164:
         return u32(1) + bytes(26)
     if code == 171:
-        return bytes(4)
+        return u32(1) + bytes(18)
     return b"" if code in LISTS or capacity > 100000 else bytes(capacity)
 
 
