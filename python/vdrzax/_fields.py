@@ -1,5 +1,5 @@
 """Records as views: where a field lies, how it is read, and what numpy calls it."""
-import ctypes
+import functools
 import struct
 from typing import (TYPE_CHECKING, Any, ClassVar, Dict, Generic, Optional, Tuple, Type, TypeVar,
                     overload)
@@ -182,13 +182,7 @@ class Record:
     @classmethod
     def dtype(cls) -> "np.dtype[Any]":
         """How numpy sees the record. Needs numpy."""
-        import numpy as np
-
-        fields = cls.FIELDS.values()
-        return np.dtype({"names": [field.name for field in fields],
-                         "formats": [field.dtype() for field in fields],
-                         "offsets": [field.offset for field in fields],
-                         "itemsize": cls.SIZE})
+        return _dtype(cls)
 
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, type(self)):
@@ -200,3 +194,14 @@ class Record:
     def __repr__(self) -> str:
         members = ", ".join(f"{name}={value!r}" for name, value in self.asdict().items())
         return f"{type(self).__name__}({members})"
+
+
+@functools.lru_cache(maxsize=None)
+def _dtype(kind: Type[Record]) -> "np.dtype[Any]":
+    import numpy as np
+
+    fields = kind.FIELDS.values()
+    return np.dtype({"names": [field.name for field in fields],
+                     "formats": [field.dtype() for field in fields],
+                     "offsets": [field.offset for field in fields],
+                     "itemsize": kind.SIZE})

@@ -1,7 +1,10 @@
 """The module and vdrctl on one simulated datapath: what one sets the other reads, field by field."""
 import json
 import os
+import pathlib
+import re
 import subprocess
+import sys
 
 import pytest
 from hypothesis import given, settings
@@ -203,6 +206,16 @@ def test_the_words_of_the_front_page(vdr):
     vdr.routes.set("edge-7", "10.0.0.0/8")
     assert vdr.routes("edge-7").numpy()["routeWord0"].tolist() == [10]
     vdr.instances.delete("edge-7")
+
+
+@pytest.mark.parametrize("page", ["README.md", "docs/python.md"])
+def test_the_programs_of_the_pages_run(page):
+    tree = pathlib.Path(__file__).resolve().parents[2]
+    programs = re.findall(r"^```python\n(.*?)^```$", (tree / page).read_text(), re.M | re.S)
+    programs = [program for program in programs if "import vdrzax" in program]
+    assert programs
+    for program in programs:
+        subprocess.run([sys.executable, "-B", "-c", program], check=True, stdout=subprocess.DEVNULL)
 
 
 def test_the_simulation_has_a_device(vdr):
