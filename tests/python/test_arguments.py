@@ -230,6 +230,7 @@ def test_a_number_is_taken_as_it_is_or_refused(kind, number):
 
 
 def test_numbers_of_numpy_are_numbers(vdr, device):
-    numpy = pytest.importorskip("numpy")
+    import numpy
+
     vdr.instances.set("edge-1", second=numpy.uint32(7), flag=numpy.bool_(True).item())
     assert device.sent[-1][1][256:260] == bytes([7, 0, 0, 0])

@@ -11,8 +11,6 @@ from device import u32, u64
 
 import vdrzax
 
-numpy = pytest.importorskip("numpy")
-
 RELEASES = {
     "instances()": "VDRZAX_ReleaseInstances",
     "instances.show('a')": "VDRZAX_ReleaseInstance",
