@@ -162,14 +162,13 @@ def records_module():
     lines = [HEADING, "import ctypes", "",
              "from ._fields import (Bytes, CountedNumbers, Entries, MacAddress, Number, Numbers, "
              "OddNumber,", "                      Record, Text)"]
+    seen = [name for name in records if name in layouts or name == "StatsRecord"]
+    lines += ["", "__all__ = [", *(f'    "{name}",' for name in seen), "]"]
     for name in CONTAINERS:
         lines += container(records[name])
-    in_order = sorted(records, key=lambda name: name not in entries)
-    for name in in_order:
-        if name in layouts:
-            lines += layout_record(records[name], *layouts[name])
-        elif name == "StatsRecord":
-            lines += header_record(records[name])
+    for name in sorted(seen, key=lambda name: name not in entries):
+        lines += layout_record(records[name], *layouts[name]) if name in layouts else (
+            header_record(records[name]))
     return "\n".join(lines) + "\n"
 
 

@@ -5,6 +5,37 @@ import ctypes
 from ._fields import (Bytes, CountedNumbers, Entries, MacAddress, Number, Numbers, OddNumber,
                       Record, Text)
 
+__all__ = [
+    "BridgeInstanceRecord",
+    "BridgeNetworkRecord",
+    "BridgePortRecord",
+    "BridgeFdbRecord",
+    "BridgeClusterRecord",
+    "BridgeClusterNodeRecord",
+    "BridgeEndpointRecord",
+    "BridgeBfdSessionRecord",
+    "E2IEntry",
+    "InstanceRecord",
+    "StatsRecord",
+    "CPSyncStateEntry",
+    "LifSubEntry",
+    "LifRecord",
+    "MRoutingLocalRcvr",
+    "VtepEntry",
+    "MRoutingDomain",
+    "MRoutingMcastGroup",
+    "PolicyRecord",
+    "PolicyTableRecord",
+    "PolicyTableRefEntry",
+    "LifPolicyTableRef",
+    "RouteNextHop",
+    "RouteRecord",
+    "DemuxRouteRecord",
+    "SoftRssStats",
+    "SoftRssTunables",
+    "VMPublicIPEntry",
+]
+
 
 class IoctlEnvelope(ctypes.Structure):
     _pack_ = 1

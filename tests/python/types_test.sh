@@ -13,9 +13,11 @@ check "$module/vdrzax"
 cat >"$scratch/agent.py" <<'END'
 import vdrzax
 vdr = vdrzax.Client()
+def word(instance: vdrzax.InstanceRecord) -> int:
+    return instance.word64
 for instance in vdr.instances:
     name: str = instance.name
-    word: int = instance.word64
+    word(instance)
 hops = [hop.hopName + "!" for route in vdr.routes("edge-1") for hop in route.nextHops]
 END
 MYPYPATH=$module check "$scratch/agent.py"
