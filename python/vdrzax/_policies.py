@@ -8,6 +8,7 @@ from ._object import Listed, Object, answer_area
 from ._records import LifPolicyTableRef, PolicyRecord, PolicyTableRecord, RouteRecord
 
 _MOST_TABLES = 20
+_TYPE_WITH_LIF = 4
 
 
 class Policies(Object):
@@ -47,7 +48,7 @@ class PolicyTables(Listed[PolicyTableRecord]):
 class LifPolicies(Object):
     """Policies of the LIFs of a router instance, which the datapath reports as routes.
 
-    Type 4 is the one that names a LIF, and requires it.
+    Type 4 is the one that names a LIF, and requires it. A list takes the name with every type.
     """
 
     def __call__(self, instance: str, type: int, *,
@@ -57,15 +58,15 @@ class LifPolicies(Object):
     def set(self, instance: str, type: int, prefix: Ipv4Prefix, *, lif: Optional[str] = None,
             gateway: Ipv4 = 0, interface: Optional[str] = None, flags: int = 0,
             answer: Optional[bytearray] = None) -> None:
-        """Add a policy, or replace all of it. `lif` is sent with type 4 alone."""
-        self._library.send("VDRZAX_SetLifPolicy", type, lif, *ipv4_prefix(prefix),
+        """Add a policy, or replace all of it."""
+        self._library.send("VDRZAX_SetLifPolicy", type, _lif(type, lif), *ipv4_prefix(prefix),
                            ipv4(gateway, "gateway"), interface, instance, flags,
                            answer_area(answer))
 
     def delete(self, instance: str, type: int, prefix: Ipv4Prefix, *, lif: Optional[str] = None,
                gateway: Ipv4 = 0, interface: Optional[str] = None, flags: int = 0,
                answer: Optional[bytearray] = None) -> None:
-        self._library.send("VDRZAX_DelLifPolicy", type, lif, *ipv4_prefix(prefix),
+        self._library.send("VDRZAX_DelLifPolicy", type, _lif(type, lif), *ipv4_prefix(prefix),
                            ipv4(gateway, "gateway"), interface, instance, flags,
                            answer_area(answer))
 
@@ -87,6 +88,13 @@ class LifPolicyTables(Object):
 
     def delete(self, instance: str, lif: str, *, answer: Optional[bytearray] = None) -> None:
         self._library.send("VDRZAX_DelLifPolicyTableRef", instance, lif, answer_area(answer))
+
+
+def _lif(type: int, lif: Optional[str]) -> Optional[str]:
+    """The library would leave the name out with any other type."""
+    if lif is not None and in_range("type", type, 0x7FFFFFFF, -0x80000000) != _TYPE_WITH_LIF:
+        raise ValueError(f"lif goes with type {_TYPE_WITH_LIF} alone, not with {type}")
+    return lif
 
 
 def _packed(table: Tuple[int, int, int]) -> bytes:

@@ -92,6 +92,8 @@ def test_a_wrong_argument_is_refused_before_anything_is_sent(vdr, device, words,
     (lambda vdr: vdr.lif_policy_tables.set("e", "l", [(1, 2, 3)] * 21), "tables takes 20, not 21"),
     (lambda vdr: vdr.lif_policy_tables.set("e", "l", [(1, 2)]), "a table is three numbers, not 2"),
     (lambda vdr: vdr.lif_policy_tables.set("e", "l", [(1, 2, -3)]), "a table's number takes 0 to"),
+    (lambda vdr: vdr.lif_policies.set("e", 3, "10.0.0.0/8", lif="l"), "lif goes with type 4 alone"),
+    (lambda vdr: vdr.lif_policies.delete("e", 5, "10.0.0.0/8", lif="l"), "alone, not with 5"),
     (lambda vdr: vdr.command(1 << 31), "request takes -2147483648 to 2147483647, not 2147483648"),
     (lambda vdr: vdr.command(1, capacity=-1), "capacity takes 0 to 4294967295, not -1"),
 ])
