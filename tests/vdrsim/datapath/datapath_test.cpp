@@ -165,4 +165,19 @@ TEST(SimulatedDatapath, ThreadsListWhileOthersChange) {
   EXPECT_EQ(Execute(datapath, 0, Block(), kRoomForAll).reply.size(), 577U * 300);
 }
 
+TEST(SimulatedDatapath, IsReplacedAtOnceWhileAListIsStillDelivered) {
+  Datapath other;
+  ASSERT_EQ(Set(other, "edge-3"), 0);
+  Datapath datapath;
+  ASSERT_EQ(Set(datapath, "edge-1"), 0);
+  ASSERT_EQ(Set(datapath, "edge-2"), 0);
+  vdrsim::Answer late = Start(datapath, 0, Block());
+  datapath.Replace(other.state());
+  EXPECT_EQ(late.reply.Next().size(), 577U * 2);
+  EXPECT_EQ(Execute(datapath, 0, Block(), kRoomForAll).TextAt(0), "edge-3");
+  EXPECT_TRUE(datapath.state() == other.state());
+  ASSERT_EQ(Set(datapath, "edge-4"), 0);
+  EXPECT_EQ(Execute(other, 0, Block(), kRoomForAll).reply.size(), 577U);
+}
+
 }  // namespace

@@ -12,6 +12,7 @@
 #include "datapath/bridge_handlers.h"
 #include "datapath/bridge_layouts.h"
 #include "datapath/bridge_objects.h"
+#include "datapath/caps.h"
 
 namespace vdrsim {
 
@@ -20,7 +21,7 @@ namespace {
 using vdrzax::kBridgeBfdSessionRecord;
 
 // What the list has room for.
-constexpr size_t kMostPortConnections = 131072 / kBfdPortConnection.size;
+static_assert(kMostBfdPortConnections == 131072 / kBfdPortConnection.size);
 
 // Each node of each cluster watches each endpoint. The sessions are nowhere but in a reply, and
 // there not all at once: at their cap they take 112 MB.
@@ -90,7 +91,7 @@ Answer Handle(const State& state, const Input<"GetBridgeBFDSessions">& input) {
 }
 
 int Handle(State& state, const Input<"PlumbBFDPortConnection">& input) {
-  return SetNamed(state.bfdPortConnections, input.ObjectName("portName"), kMostPortConnections,
+  return SetNamed(state.bfdPortConnections, input.ObjectName("portName"), kMostBfdPortConnections,
                   [&](BfdPortConnection& connection) {
                     connection.name2 = input.Text("name2");
                     connection.mac = input.Mac("mac");

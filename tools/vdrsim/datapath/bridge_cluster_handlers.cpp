@@ -5,6 +5,7 @@
 #include "datapath/answers.h"
 #include "datapath/bridge_handlers.h"
 #include "datapath/bridge_objects.h"
+#include "datapath/caps.h"
 
 namespace vdrsim {
 
@@ -13,11 +14,9 @@ namespace {
 using vdrzax::kBridgeClusterNodeRecord;
 using vdrzax::kBridgeClusterRecord;
 
-// What the lists of all of them have room for.
-constexpr size_t kMostClusters = 10;
-constexpr size_t kMostNodes = 100;
-
-size_t FreePlaces(const State& state) { return kMostNodes - NodesOf(state.bridgeClusters).size(); }
+size_t FreePlaces(const State& state) {
+  return kMostClusterNodes - NodesOf(state.bridgeClusters).size();
+}
 
 template <typename AnyState, size_t Index, typename Action>
 auto OnCluster(AnyState& state, const InputOf<Index>& input, const Action& action) {
@@ -54,7 +53,7 @@ Answer Handle(const State& state, const Input<"GetBridgeClusters">& input) {
 }
 
 int Handle(State& state, const Input<"BridgeClusterSet", 90>& input) {
-  return SetNamed(state.bridgeClusters, input.ObjectName("name"), kMostClusters,
+  return SetNamed(state.bridgeClusters, input.ObjectName("name"), kMostBridgeClusters,
                   [](BridgeCluster&) {});
 }
 

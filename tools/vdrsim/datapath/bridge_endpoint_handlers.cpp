@@ -8,6 +8,7 @@
 #include "datapath/bridge_handlers.h"
 #include "datapath/bridge_layouts.h"
 #include "datapath/bridge_objects.h"
+#include "datapath/caps.h"
 
 namespace vdrsim {
 
@@ -15,15 +16,12 @@ namespace {
 
 using vdrzax::kBridgeEndpointRecord;
 
-// What a list of all of them has room for.
-constexpr size_t kMostEndpoints = 28672;
-
 size_t FreePlaces(const State& state) {
   size_t count = 0;
   for (const auto& [instanceName, instance] : state.instances) {
     for (const auto& [name, lif] : instance.bridgeLifs) count += lif.endpoints.size();
   }
-  return kMostEndpoints - count;
+  return kMostBridgeEndpoints - count;
 }
 
 // The first instance that has a bridge LIF of that name.

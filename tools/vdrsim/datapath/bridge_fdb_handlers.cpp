@@ -1,9 +1,8 @@
-#include <limits>
-
 #include "bridge/bridge_fdb_record.h"
 #include "datapath/answers.h"
 #include "datapath/bridge_handlers.h"
 #include "datapath/bridge_objects.h"
+#include "datapath/caps.h"
 #include "datapath/mac_text.h"
 
 namespace vdrsim {
@@ -12,10 +11,6 @@ namespace {
 
 using vdrzax::kBridgeFdbRecord;
 using FdbEntries = Table<MacAddress, FdbEntry>;
-
-// What a list of a table has room for. Of the tables themselves there is no list.
-constexpr size_t kMostEntries = 10240;
-constexpr size_t kMostTables = std::numeric_limits<size_t>::max();
 
 template <size_t Index>
 FdbTableName TableName(const InputOf<Index>& input) {
@@ -45,8 +40,8 @@ int Handle(State& state, const Input<"BridgeSetFdbEntry">& input) {
   return OnBridging(state, input, [&](Bridging& bridging) {
     const auto mac = ParseMac(input.Text("macText"));
     if (!mac) return EINVAL;
-    return bridging.forwarding.Set(TableName(input), kMostTables, [&](FdbEntries& entries) {
-      return entries.Set(*mac, kMostEntries, [&](FdbEntry& entry) {
+    return bridging.forwarding.Set(TableName(input), kNoCap, [&](FdbEntries& entries) {
+      return entries.Set(*mac, kMostFdbEntries, [&](FdbEntry& entry) {
         entry = {.value = input.Word("value"), .flag = input.Byte("flag")};
         return 0;
       });

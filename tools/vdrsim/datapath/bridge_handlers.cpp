@@ -6,15 +6,13 @@
 #include "bridge/bridge_instance_record.h"
 #include "datapath/answers.h"
 #include "datapath/bridge_objects.h"
+#include "datapath/caps.h"
 
 namespace vdrsim {
 
 namespace {
 
 using vdrzax::kBridgeInstanceRecord;
-
-// What a list of all of them has room for.
-constexpr size_t kMostBridges = 4096;
 
 size_t FreePlaces(const State& state) {
   size_t count = 0;
@@ -53,7 +51,7 @@ std::vector<BridgeRow> BridgesOf(const Instances& instances) {
 }
 
 void ShowBridge(RecordWriter<kBridgeInstanceRecord> record, const BridgeRow& row) {
-  const Counts& counts = row.bridge->counters.counts();
+  const Counts counts = row.bridge->counters.counts();
   record.Number("word8", row.value)
       .Text("name", row.instanceName)
       .Number("word76", row.bridge->isEnabled)

@@ -1,4 +1,5 @@
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/lif_handlers.h"
 #include "datapath/lif_record.h"
 #include "datapath/objects.h"

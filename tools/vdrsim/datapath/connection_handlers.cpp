@@ -5,6 +5,7 @@
 
 #include "channel/record_layout.h"
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/objects.h"
 
 namespace vdrsim {
@@ -31,7 +32,7 @@ constexpr vdrzax::RecordLayout kListedConnection{"ListedConnection", 400, kListe
 static_assert(Tiles(kListedConnection));
 
 // What the reply of all has room for.
-constexpr size_t kMostConnections = 131072 / kListedConnection.size;
+static_assert(kMostConnections == 131072 / kListedConnection.size);
 
 // An address of local administration, made of the number that the connection was given.
 MacAddress VmacOf(const Connection& connection) {

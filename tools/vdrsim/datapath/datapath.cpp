@@ -109,4 +109,10 @@ State Datapath::state() const {
   return state_;
 }
 
+// What was there before is dropped when nobody waits for it any more.
+void Datapath::Replace(State state) {
+  const std::lock_guard lock(mutex_);
+  std::swap(state_, state);
+}
+
 }  // namespace vdrsim

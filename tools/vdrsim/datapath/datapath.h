@@ -23,6 +23,10 @@ class Datapath final : public Executor {
   // A snapshot of all that is remembered.
   State state() const;
 
+  // Takes `state` in place of all that is remembered, between two commands. Lists that are being
+  // delivered stay what they are.
+  void Replace(State state);
+
  private:
   Answer Carry(const Call& call, size_t request);
 

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/e2i_record.h"
 #include "datapath/objects.h"
 

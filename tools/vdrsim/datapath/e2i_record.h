@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "channel/record_layout.h"
+#include "datapath/caps.h"
 #include "datapath/e2i_state.h"
 #include "datapath/record_writer.h"
 #include "e2i/e2i_entry_record.h"
@@ -41,8 +42,7 @@ inline constexpr vdrzax::RecordLayout kLocaleId{"LocaleId", 16, kLocaleIdRows};
 static_assert(Tiles(kLocaleId));
 
 // What replies have room for.
-inline constexpr size_t kMostE2i = 8192;
-inline constexpr size_t kMostPhysicalMacs = 131072 / kPhysicalMac.size;
+static_assert(kMostPhysicalMacs == 131072 / kPhysicalMac.size);
 static_assert(kMostE2i * kFl.size <= 426080 && kMostPhysicalMacs * kFl.size <= 426080);
 
 inline void ShowE2i(RecordWriter<kE2i> record, uint32_t key, const E2i& entry) {

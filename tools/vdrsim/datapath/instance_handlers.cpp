@@ -1,15 +1,13 @@
 #include "datapath/instance_handlers.h"
 
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/objects.h"
 #include "instance/instance_record.h"
 
 namespace vdrsim {
 
 namespace {
-
-// As many as a caller has room for when it lists them: one more could never be listed.
-constexpr size_t kMostInstances = 1001;
 
 using Instances = Table<std::string, Instance>;
 

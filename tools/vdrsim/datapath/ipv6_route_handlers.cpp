@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/objects.h"
 #include "datapath/route_handlers.h"
 #include "datapath/route_record.h"

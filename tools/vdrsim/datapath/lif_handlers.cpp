@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/lif_record.h"
 #include "datapath/objects.h"
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/objects.h"
 #include "datapath/policy_handlers.h"
 #include "datapath/policy_record.h"

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "datapath/caps.h"
 #include "datapath/lif_handlers.h"
 #include "datapath/lif_record.h"
 #include "datapath/objects.h"

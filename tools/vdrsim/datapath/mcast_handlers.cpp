@@ -1,6 +1,7 @@
 #include "datapath/mcast_handlers.h"
 
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/mcast_record.h"
 #include "datapath/objects.h"
 

@@ -12,11 +12,6 @@
 
 namespace vdrsim {
 
-// What lists have room for: those of receivers for each group, that of groups for each instance.
-inline constexpr size_t kMostLocalReceivers = 512;
-inline constexpr size_t kMostRemoteReceivers = 2048;
-inline constexpr size_t kMostMcastGroups = 4096;
-
 // The layout of a remote receiver, where the protocol leaves it to the datapath.
 inline constexpr vdrzax::Field kRemoteReceiverRows[] = {
     vdrzax::U32("b", 0),  vdrzax::U32("a", 4),  vdrzax::U32("d", 8),

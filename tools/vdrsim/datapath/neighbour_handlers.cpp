@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/mac_text.h"
 #include "datapath/neighbour_record.h"
 #include "datapath/objects.h"

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "datapath/caps.h"
 #include "datapath/neighbour_state.h"
 #include "datapath/record_writer.h"
 
@@ -19,8 +20,7 @@ inline constexpr vdrzax::Field kNeighbourRows[] = {
 inline constexpr vdrzax::RecordLayout kNeighbourRecord{"NeighbourRecord", 936, kNeighbourRows};
 static_assert(vdrzax::Tiles(kNeighbourRecord));
 
-// As many as a caller has room for when it lists those of an instance.
-inline constexpr size_t kMostNeighbours = 8192;
+// A caller has room for as many.
 static_assert(kMostNeighbours * kNeighbourRecord.size == 7667712);
 
 void ShowNeighbour(RecordWriter<kNeighbourRecord> record, std::string_view interface,

@@ -1,8 +1,7 @@
 #include "datapath/policy_handlers.h"
 
-#include <limits>
-
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/objects.h"
 #include "datapath/policy_record.h"
 #include "policy/policy_record.h"
@@ -51,11 +50,10 @@ Answer Handle(State& state, const Input<"SetPolicy">& input) {
     return 0;
   };
   // Any number of keys can have policies: there is no list of all of them.
-  constexpr size_t kMostKeys = std::numeric_limits<size_t>::max();
-  return ResultOf(state.policies.Set(
-                      key, kMostKeys,
-                      [&](Policies& policies) { return policies.Set(args, kMostPolicies, set); }),
-                  key, args);
+  return ResultOf(
+      state.policies.Set(
+          key, kNoCap, [&](Policies& policies) { return policies.Set(args, kMostPolicies, set); }),
+      key, args);
 }
 
 Answer Handle(State& state, const Input<"DelPolicy">& input) {

@@ -35,11 +35,4 @@ inline constexpr vdrzax::Field kRefResultRows[] = {
 inline constexpr vdrzax::RecordLayout kRefResult{"RefResult", 88, kRefResultRows};
 static_assert(Tiles(kRefResult));
 
-// What lists have room for.
-inline constexpr size_t kMostPolicies = 1000;  // of one key
-inline constexpr size_t kMostPolicyTables = 1000;
-inline constexpr size_t kMostLifPolicies = 20000;
-// What a record has room for.
-inline constexpr size_t kMostPolicyTableRefs = 20;
-
 }  // namespace vdrsim

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/objects.h"
 #include "datapath/services_handlers.h"
 #include "services/vm_public_ip_record.h"
@@ -16,11 +17,10 @@ using vdrzax::kVMPublicIPEntry;
 
 using Addresses = Table<uint32_t, PublicAddress>;
 
-constexpr size_t kMostItems = 256;
 constexpr uint32_t kItemLength = vdrzax::kVMPublicIPItem.size;
-constexpr uint32_t kEmptyLength = kVMPublicIPEntry.size - kMostItems * kItemLength;
+constexpr uint32_t kEmptyLength = kVMPublicIPEntry.size - kMostPublicItems * kItemLength;
 // What the table's reply has room for behind the count.
-constexpr size_t kMostBytes = 8536068 - sizeof(uint32_t);
+static_assert(kMostPublicAddressBytes == 8536068 - sizeof(uint32_t));
 
 // The layout of what comes before the items, where the protocol leaves it to the datapath.
 constexpr vdrzax::Field kHeaderRows[] = {
@@ -74,7 +74,7 @@ class PackedAddresses {
 // Whether one item more, of an entry that is there or not, still fits.
 bool HasRoom(const PublicAddresses& addresses, bool hasEntry) {
   const size_t entries = addresses.entries.size() + (hasEntry ? 0 : 1);
-  return LengthOf(entries, addresses.itemCount + 1) <= kMostBytes;
+  return LengthOf(entries, addresses.itemCount + 1) <= kMostPublicAddressBytes;
 }
 
 }  // namespace
@@ -84,14 +84,15 @@ int Handle(State& state, const Input<"AddVMPublicIP">& input) {
   const uint32_t item = input.Word("b");
   const PublicAddress* known = std::as_const(addresses).entries.Find(input.Word("a"));
   const bool isNew = !known || !known->items.contains(item);
-  if (known && isNew && known->items.size() == kMostItems) return ENOSPC;
+  if (known && isNew && known->items.size() == kMostPublicItems) return ENOSPC;
   if (isNew && !HasRoom(addresses, known != nullptr)) return ENOSPC;
-  const int error = addresses.entries.Set(input.Word("a"), kMostBytes, [&](PublicAddress& address) {
-    address.items.insert(item);
-    address.c = input.Mac("c");
-    address.d = input.Word("d");
-    return 0;
-  });
+  const int error =
+      addresses.entries.Set(input.Word("a"), kMostPublicAddressBytes, [&](PublicAddress& address) {
+        address.items.insert(item);
+        address.c = input.Mac("c");
+        address.d = input.Word("d");
+        return 0;
+      });
   addresses.itemCount += isNew ? 1 : 0;
   return error;
 }

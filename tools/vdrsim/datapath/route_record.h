@@ -8,11 +8,6 @@
 
 namespace vdrsim {
 
-// What the lists have room for, for each instance. Of one IPv6 route more a caller by the library
-// could read none.
-inline constexpr size_t kMostRoutes = 20000;
-inline constexpr size_t kMostIpv6Routes = 29999;
-
 // What the command that sets or deletes a route answers with.
 inline constexpr vdrzax::Field kRouteResultRows[] = {
     vdrzax::U32("status", 0),

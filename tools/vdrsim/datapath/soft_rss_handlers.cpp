@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <limits>
 
 #include "datapath/answers.h"
+#include "datapath/caps.h"
 #include "datapath/objects.h"
 #include "datapath/services_handlers.h"
 #include "services/soft_rss_stats_record.h"
@@ -10,9 +10,6 @@
 namespace vdrsim {
 
 namespace {
-
-// There is no list of them that could be full.
-constexpr size_t kMostSoftRss = std::numeric_limits<size_t>::max();
 
 // For each kind of commands one queue, in the order of all counters.
 void ShowSoftRssCounts(RecordWriter<vdrzax::kSoftRssStats> record, const Counts& counts) {
@@ -44,7 +41,7 @@ Answer Handle(const State& state, const Input<"SoftRSSGetTunables">& input) {
 }
 
 int Handle(State& state, const Input<"SoftRSSSetTunables">& input) {
-  return SetNamed(state.softRss, input.ObjectName("name"), kMostSoftRss,
+  return SetNamed(state.softRss, input.ObjectName("name"), kNoCap,
                   [&](SoftRss& object) { object.qword0 = input.Quad("qword0"); });
 }
 
@@ -58,7 +55,7 @@ Answer Handle(const State& state, const Input<"SoftRSSGetIndTable">& input) {
 }
 
 int Handle(State& state, const Input<"SoftRSSTableSet">& input) {
-  return SetNamed(state.softRss, input.ObjectName("name"), kMostSoftRss, [&](SoftRss& object) {
+  return SetNamed(state.softRss, input.ObjectName("name"), kNoCap, [&](SoftRss& object) {
     const int32_t count = input.Signed("entryCount");
     if (count < 0 || static_cast<size_t>(count) > object.indirection.size()) return EINVAL;
     object.entryCount = static_cast<uint32_t>(count);
