@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "common/escapes.h"
 #include "globals.h"
 #include "output/text.h"
 #include "suggestion.h"
@@ -86,7 +87,7 @@ void ArgumentParser::Store(const Parameter& parameter, std::optional<std::string
   const std::string complaint = Complaint(parameter, value);
   if (!complaint.empty()) Refuse(fmt::format("{}: {}", parameter.LongName(), complaint));
   const bool hasEscapes = parameter.kind == Parameter::Kind::Text;
-  place = hasEscapes ? *Unescaped(value) : value;
+  place = hasEscapes ? *tools::Unescaped(value) : value;
 }
 
 void ArgumentParser::CheckWhatIsMissing() const {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "common/escapes.h"
 #include "output/text.h"
 #include "values.h"
 
@@ -12,7 +13,7 @@ namespace vdrctl {
 namespace {
 
 std::string ComplaintOfText(const Parameter& parameter, std::string_view text) {
-  const auto bytes = Unescaped(text);
+  const auto bytes = tools::Unescaped(text);
   if (!bytes) return "a backslash is written \\\\, and a byte \\xNN, from \\x01 to \\xff";
   if (parameter.accepts && !parameter.accepts(*bytes)) {
     return fmt::format("'{}' is not {}", Escaped(text), parameter.form);

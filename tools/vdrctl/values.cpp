@@ -135,24 +135,4 @@ std::vector<uint8_t> ParseHexBytes(std::string_view text) {
   return bytes;
 }
 
-std::optional<std::string> Unescaped(std::string_view text) {
-  std::string bytes;
-  while (true) {
-    const std::size_t plain = std::min(text.find('\\'), text.size());
-    bytes += text.substr(0, plain);
-    text.remove_prefix(plain);
-    if (text.empty()) return bytes;
-    if (text.starts_with("\\\\")) {
-      bytes += '\\';
-      text.remove_prefix(2);
-    } else {
-      const bool complete = text.starts_with("\\x") && text.size() >= 4;
-      const auto byte = complete ? ParseDigits<uint8_t>(text.substr(2, 2), 16) : std::nullopt;
-      if (!byte || *byte == 0) return std::nullopt;
-      bytes += static_cast<char>(*byte);
-      text.remove_prefix(4);
-    }
-  }
-}
-
 }  // namespace vdrctl

@@ -61,8 +61,4 @@ std::vector<uint64_t> ParseNumbers(std::string_view text, char separator, uint64
 // Pairs of hexadecimal digits; none when it is not just these.
 std::vector<uint8_t> ParseHexBytes(std::string_view text);
 
-// Reads \xNN and \\ as the byte that they stand for, which is how tables print what can't be shown.
-// Any other backslash, and a byte of zero, which would end the text, is refused.
-std::optional<std::string> Unescaped(std::string_view text);
-
 }  // namespace vdrctl

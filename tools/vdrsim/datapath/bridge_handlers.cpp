@@ -51,7 +51,7 @@ std::vector<BridgeRow> BridgesOf(const Instances& instances) {
 }
 
 void ShowBridge(RecordWriter<kBridgeInstanceRecord> record, const BridgeRow& row) {
-  const Counts counts = row.bridge->counters.counts();
+  const Counts& counts = row.bridge->counters.counts();
   record.Number("word8", row.value)
       .Text("name", row.instanceName)
       .Number("word76", row.bridge->isEnabled)

@@ -44,9 +44,10 @@ inline constexpr size_t kMostFdbEntries = 10240;
 inline constexpr size_t kMostLocalReceivers = 512;
 inline constexpr size_t kMostRemoteReceivers = 2048;
 
-// Of a public address, and how many bytes all addresses take in their list: 18 each, and 4 for each
-// item.
+// Of a public address. The list of all addresses has room for so many bytes.
 inline constexpr size_t kMostPublicItems = 256;
+inline constexpr size_t kPublicAddressBytes = 18;
+inline constexpr size_t kPublicItemBytes = 4;
 inline constexpr size_t kMostPublicAddressBytes = 8536064;
 
 // Bytes of the indirection of a software RSS object.

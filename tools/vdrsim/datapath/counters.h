@@ -8,44 +8,50 @@
 
 namespace vdrsim {
 
+// One count. One thread at a time changes it, while others may read it: what a snapshot shares with
+// the state is counted on.
+class Count {
+ public:
+  Count() = default;
+  Count(uint64_t value) : value_(value) {}
+  Count(const Count& other) : Count(uint64_t{other}) {}
+  Count& operator=(const Count& other) {
+    value_.store(other, std::memory_order_relaxed);
+    return *this;
+  }
+  Count& operator++() { return *this = *this + 1; }
+
+  operator uint64_t() const { return value_.load(std::memory_order_relaxed); }
+
+ private:
+  std::atomic<uint64_t> value_ = 0;
+};
+
 // How many commands an object has seen.
 struct Counts {
-  uint64_t sets = 0;
-  uint64_t deletes = 0;
-  uint64_t lookups = 0;
-  uint64_t failures = 0;
+  Count sets{};
+  Count deletes{};
+  Count lookups{};
+  Count failures{};
 
   bool operator==(const Counts&) const = default;
 };
 
 // The counts of one object. They are no part of its value: a command that fails changes nothing,
-// and is counted. So those of a snapshot go on counting, while another thread may read them; one
-// thread at a time counts.
+// and is counted.
 class Counters {
  public:
   void Count(requests::Effect effect, int error) const {
-    uint64_t Counts::*const counts[] = {&Counts::lookups, &Counts::sets, &Counts::deletes};
-    uint64_t& place =
-        counts_.*(error != 0 ? &Counts::failures : counts[static_cast<size_t>(effect)]);
-    std::atomic_ref(place).store(place + 1, std::memory_order_relaxed);
+    vdrsim::Count Counts::*const counts[] = {&Counts::lookups, &Counts::sets, &Counts::deletes};
+    ++(counts_.*(error != 0 ? &Counts::failures : counts[static_cast<size_t>(effect)]));
   }
   void Reset() { counts_ = {}; }
-  void Restore(const Counts& counts) { counts_ = counts; }
-
-  Counts counts() const {
-    return {.sets = Load(counts_.sets),
-            .deletes = Load(counts_.deletes),
-            .lookups = Load(counts_.lookups),
-            .failures = Load(counts_.failures)};
-  }
+  const Counts& counts() const { return counts_; }
+  Counts& counts() { return counts_; }
 
   bool operator==(const Counters&) const { return true; }
 
  private:
-  static uint64_t Load(uint64_t& place) {
-    return std::atomic_ref(place).load(std::memory_order_relaxed);
-  }
-
   mutable Counts counts_{};
 };
 

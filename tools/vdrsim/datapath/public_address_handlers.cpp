@@ -20,6 +20,7 @@ using Addresses = Table<uint32_t, PublicAddress>;
 constexpr uint32_t kItemLength = vdrzax::kVMPublicIPItem.size;
 constexpr uint32_t kEmptyLength = kVMPublicIPEntry.size - kMostPublicItems * kItemLength;
 // What the table's reply has room for behind the count.
+static_assert(kItemLength == kPublicItemBytes && kEmptyLength == kPublicAddressBytes);
 static_assert(kMostPublicAddressBytes == 8536068 - sizeof(uint32_t));
 
 // The layout of what comes before the items, where the protocol leaves it to the datapath.

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+#include "commands/run_command.h"
+#include "datapath/datapath.h"
+
+namespace vdrsim {
+
+// Where the state of a run comes from and goes to; nowhere when empty.
+struct StateOptions {
+  std::string load{};
+  std::string save{};
+};
+
+void AddStateOptions(CLI::App& subcommand, StateOptions& options);
+
+// Loads what is to be loaded, and returns what saves when the run is over. Throws StateFailure.
+AtEnd Prepare(const StateOptions& options, Datapath& datapath);
+
+}  // namespace vdrsim
