@@ -27,6 +27,16 @@ class Destination {
   ~Destination() = default;
 };
 
+// Where a command stands among the others. Whoever carries it out says so at the moment that decides,
+// with locked what orders effects.
+class Order {
+ public:
+  virtual void TakePlace() noexcept = 0;
+
+ protected:
+  ~Order() = default;
+};
+
 // One command as a caller gave it.
 struct Call {
   pid_t process;
@@ -36,6 +46,11 @@ struct Call {
   std::span<const std::byte> input;
   uint32_t capacity;  // room that the caller has for the reply, in bytes
   Destination& destination;
+  Order* order = nullptr;  // where somebody wants to know it
+
+  void TakePlace() const {
+    if (order) order->TakePlace();
+  }
 };
 
 // The bytes of a reply, in pieces. Their total is known before the first is made.
@@ -70,6 +85,12 @@ class Reply {
   // To be called before a reply is handed on, with nothing locked.
   void Prepare() {
     if (source_) size_ = source_->Prepare();
+  }
+
+  // Gives other pieces from here on.
+  void Become(std::unique_ptr<Source> source) {
+    source_ = std::move(source);
+    Prepare();
   }
 
   uint32_t size() const { return size_; }

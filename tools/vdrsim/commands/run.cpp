@@ -1,5 +1,6 @@
 #include <memory>
 
+#include "commands/journal_options.h"
 #include "commands/run_command.h"
 #include "commands/state_options.h"
 #include "commands/subcommands.h"
@@ -9,15 +10,24 @@ namespace vdrsim {
 
 namespace {
 
+constexpr int kUnusable = 2;
+
 struct Options {
   RunOptions run{};
   StateOptions state{};
+  JournalOptions journal{};
 };
 
 int Run(const Options& options) {
   Datapath datapath;
-  const AtEnd atEnd = Prepare(options.state, datapath);
-  RunCommand(options.run, datapath, atEnd);
+  const AtEnd save = Prepare(options.state, datapath);
+  Journal journal(datapath, OpenLogs(options.journal));
+  RunCommand(options.run, journal, [&] {
+    // Both are done, whatever the other says.
+    const bool isWritten = journal.Finish();
+    const auto status = save();
+    return isWritten ? status : kUnusable;
+  });
 }
 
 }  // namespace
@@ -28,8 +38,9 @@ void AddRun(CLI::App& app, Action& action) {
       "Start COMMAND so that it, and all that it starts, finds the device nodes simulated.\n"
       "One datapath serves the whole run and is forgotten with it, unless it is saved.");
   const auto options = std::make_shared<Options>();
-  AddRunOptions(*run, options->run);
   AddStateOptions(*run, options->state);
+  AddJournalOptions(*run, options->journal);
+  AddRunOptions(*run, options->run);
   run->callback([&action, options] { action = [options] { return Run(*options); }; });
 }
 

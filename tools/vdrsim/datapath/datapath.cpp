@@ -94,6 +94,7 @@ Answer Datapath::Carry(const Call& call, size_t index) try {
   Answer answer;
   {
     const std::lock_guard lock(mutex_);
+    call.TakePlace();
     answer = kHandlers[index](state_, call.input);
   }
   if (DoesWithoutReply(request, call)) answer.reply = {};

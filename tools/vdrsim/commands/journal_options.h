@@ -1,0 +1,22 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+
+#include "journal/journal.h"
+
+namespace vdrsim {
+
+// What is to be told of a run's commands while it goes on.
+struct JournalOptions {
+  std::optional<std::string> file{};
+  bool isTraced = false;
+};
+
+void AddJournalOptions(CLI::App& subcommand, JournalOptions& options);
+
+// Creates what was asked for. Throws std::runtime_error.
+Journal::Logs OpenLogs(const JournalOptions& options);
+
+}  // namespace vdrsim

@@ -1,0 +1,89 @@
+#include "journal/spool.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <type_traits>
+
+namespace vdrsim {
+
+namespace {
+
+static_assert(std::is_trivially_copyable_v<Entry>);
+
+// In a directory for such files; /var/tmp is on a disk where /tmp is not.
+UniqueFd CreateFileWithoutName() {
+  for (const char* directory :
+       {static_cast<const char*>(std::getenv("TMPDIR")), "/var/tmp", "/tmp"}) {
+    if (!directory) continue;
+    UniqueFd file(open(directory, O_TMPFILE | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (file) return file;
+  }
+  return {};
+}
+
+bool WriteAt(int file, std::span<const std::byte> bytes, off_t offset) {
+  while (!bytes.empty()) {
+    const ssize_t written = pwrite(file, bytes.data(), bytes.size(), offset);
+    if (written <= 0) return false;
+    bytes = bytes.subspan(static_cast<size_t>(written));
+    offset += written;
+  }
+  return true;
+}
+
+bool ReadAt(int file, std::span<std::byte> bytes, off_t offset) {
+  while (!bytes.empty()) {
+    const ssize_t length = pread(file, bytes.data(), bytes.size(), offset);
+    if (length <= 0) return false;
+    bytes = bytes.subspan(static_cast<size_t>(length));
+    offset += length;
+  }
+  return true;
+}
+
+}  // namespace
+
+void Spool::Append(const Entry& entry) {
+  if (newest_.size() >= memory_) Spill();
+  const size_t start = newest_.size();
+  newest_.resize(start + sizeof entry + entry.input.size());
+  std::memcpy(newest_.data() + start, &entry, sizeof entry);
+  if (!entry.input.empty()) {
+    std::memcpy(newest_.data() + start + sizeof entry, entry.input.data(), entry.input.size());
+  }
+}
+
+// What can't be written is tried again with the next entry.
+void Spool::Spill() {
+  if (!CanSpill() || !WriteAt(file_.get(), newest_, end_)) return;
+  spilled_.push_back(newest_.size());
+  end_ += static_cast<off_t>(newest_.size());
+  newest_.clear();
+}
+
+bool Spool::CanSpill() {
+  if (!file_) file_ = CreateFileWithoutName();
+  return static_cast<bool>(file_);
+}
+
+bool Spool::Take(std::vector<std::byte>& batch) {
+  batch.clear();
+  if (spilled_.empty()) {
+    std::swap(batch, newest_);
+    return true;
+  }
+  batch.resize(spilled_.front());
+  const bool isRead = ReadAt(file_.get(), batch, start_);
+  start_ += static_cast<off_t>(batch.size());
+  spilled_.pop_front();
+  if (spilled_.empty()) {
+    start_ = end_ = 0;
+    (void)!ftruncate(file_.get(), 0);
+  }
+  if (!isRead) batch.clear();
+  return isRead;
+}
+
+}  // namespace vdrsim
