@@ -13,8 +13,7 @@
 namespace {
 
 using vdrsim::Action;
-
-constexpr int kUnusable = 2;
+using vdrsim::kUnusable;
 
 // Returns the exit status.
 int Print(const std::string& text) {
@@ -43,6 +42,8 @@ Action Parse(int argc, char** argv) {
   app.require_subcommand(1);
   Action action;
   vdrsim::AddRun(app, action);
+  vdrsim::AddRecord(app, action);
+  vdrsim::AddReplay(app, action);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp&) {

@@ -10,8 +10,6 @@ namespace vdrsim {
 
 namespace {
 
-constexpr int kUnusable = 2;
-
 struct Options {
   RunOptions run{};
   StateOptions state{};

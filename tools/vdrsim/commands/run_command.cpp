@@ -51,6 +51,12 @@ void AddRunOptions(CLI::App& subcommand, RunOptions& options) {
   subcommand.positionals_at_end();
 }
 
+void DropSeparator(RunOptions& options) {
+  if (options.command.front() != "--") return;
+  options.command.erase(options.command.begin());
+  if (options.command.empty()) throw CLI::RequiredError("COMMAND");
+}
+
 // The workers use what stands here to the end of the process.
 void RunCommand(const RunOptions& options, Executor& executor, const AtEnd& atEnd) {
   const DeviceNodes nodes(options.besideRealDevice);

@@ -19,6 +19,10 @@ struct RunOptions {
 
 void AddRunOptions(CLI::App& subcommand, RunOptions& options);
 
+// To be called where the command stands behind another argument: the `--` between the two comes with
+// the command. Throws CLI::ParseError when there is nothing else.
+void DropSeparator(RunOptions& options);
+
 // What is left to do when the run is over. Returns the exit status to end with instead of that of the
 // command, if any.
 using AtEnd = std::function<std::optional<int>()>;

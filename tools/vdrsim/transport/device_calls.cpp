@@ -35,7 +35,9 @@ int Exchange(HeldUpCall& call, Node node, uint32_t code, uint64_t address, Execu
                                     .input = input,
                                     .capacity = envelope.capacity(),
                                     .destination = envelope});
-  return answer.error != 0 ? answer.error : envelope.Deliver(answer);
+  if (answer.error != 0 && !answer.claimed) return answer.error;
+  const int failure = envelope.Deliver(answer);
+  return answer.error != 0 ? answer.error : failure;
 }
 
 }  // namespace
