@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "common/escapes.h"
+#include "common/suggestion.h"
 #include "globals.h"
 #include "output/text.h"
-#include "suggestion.h"
 #include "values.h"
 
 namespace vdrctl {
@@ -123,7 +123,7 @@ void ArgumentParser::RefuseOption(std::string_view name) const {
   }
   for (const Global& global : kGlobals) names.push_back(global.parameter.LongName());
   Refuse(fmt::format("'{}' has no option '{}'{}", understood_, Escaped(name),
-                     Suggestion(name, names)));
+                     tools::Suggestion(name, names)));
 }
 
 void ArgumentParser::Refuse(const std::string& complaint) const {

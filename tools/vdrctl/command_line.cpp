@@ -7,10 +7,10 @@
 
 #include "argument_parser.h"
 #include "command_words.h"
+#include "common/suggestion.h"
 #include "globals.h"
 #include "help.h"
 #include "output/text.h"
-#include "suggestion.h"
 #include "values.h"
 
 namespace vdrctl {
@@ -136,7 +136,7 @@ void RefuseWord(const Split& split, std::string_view word) {
     candidates = NextWords(split.understood);
   }
   throw WrongUsage(
-      fmt::format("'{}' has no '{}'{}", complete, Escaped(word), Suggestion(word, candidates)),
+      fmt::format("'{}' has no '{}'{}", complete, Escaped(word), tools::Suggestion(word, candidates)),
       complete);
 }
 

@@ -5,21 +5,14 @@
 
 #include <algorithm>
 #include <bit>
-#include <charconv>
-#include <cstring>
+
+#include "common/digits.h"
 
 namespace vdrctl {
 
 namespace {
 
-template <typename Number>
-std::optional<Number> ParseDigits(std::string_view text, int base) {
-  Number number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number, base);
-  if (error != std::errc{} || stop != end) return std::nullopt;
-  return number;
-}
+using tools::ParseDigits;
 
 // Splits at the only slash.
 std::optional<std::pair<std::string_view, std::string_view>> SplitAtSlash(std::string_view text) {
@@ -44,19 +37,6 @@ std::optional<uint32_t> Netmask(std::string_view text) {
 
 }  // namespace
 
-std::optional<uint64_t> ParseNumber(std::string_view text) {
-  if (text.starts_with("0x") || text.starts_with("0X")) {
-    return ParseDigits<uint64_t>(text.substr(2), 16);
-  }
-  return ParseDigits<uint64_t>(text, 10);
-}
-
-std::optional<uint32_t> ParseIpv4(std::string_view text) {
-  in_addr address{};
-  if (inet_pton(AF_INET, std::string(text).c_str(), &address) != 1) return std::nullopt;
-  return address.s_addr;
-}
-
 std::optional<Prefix> ParsePrefix(std::string_view text) {
   const auto parts = SplitAtSlash(text);
   if (!parts) return std::nullopt;
@@ -68,9 +48,9 @@ std::optional<Prefix> ParsePrefix(std::string_view text) {
 }
 
 std::optional<Ipv6> ParseIpv6(std::string_view text) {
-  in6_addr address{};
-  if (inet_pton(AF_INET6, std::string(text).c_str(), &address) != 1) return std::nullopt;
-  return std::bit_cast<Ipv6>(address);
+  const auto address = tools::ParseIpv6(text);
+  if (!address) return std::nullopt;
+  return std::bit_cast<Ipv6>(*address);
 }
 
 std::optional<Prefix6> ParsePrefix6(std::string_view text) {
@@ -83,16 +63,9 @@ std::optional<Prefix6> ParsePrefix6(std::string_view text) {
 }
 
 std::optional<MacValue> ParseMac(std::string_view text) {
-  MacValue mac{};
-  for (uint8_t& byte : mac.bytes) {
-    const std::size_t end = std::min(text.find_first_of(":-"), text.size());
-    const auto value = ParseDigits<uint8_t>(text.substr(0, end), 16);
-    const bool last = &byte == std::end(mac.bytes) - 1;
-    if (!value || end > 2 || (end == text.size()) != last) return std::nullopt;
-    byte = *value;
-    text.remove_prefix(last ? end : end + 1);
-  }
-  return mac;
+  const auto mac = tools::ParseMac(text);
+  if (!mac) return std::nullopt;
+  return std::bit_cast<MacValue>(*mac);
 }
 
 std::string MacText(const MacValue& mac) {

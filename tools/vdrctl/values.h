@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "common/values.h"
+
 // Values as people write them. Each reader takes the whole text or nothing; addresses come out in
 // network byte order, as the datapath has them.
 
@@ -30,10 +32,9 @@ struct Prefix6 {
   uint8_t length;
 };
 
-// Decimal, or hexadecimal after 0x, and nothing around it.
-std::optional<uint64_t> ParseNumber(std::string_view text);
-
-std::optional<uint32_t> ParseIpv4(std::string_view text);
+using tools::ParseHexBytes;
+using tools::ParseIpv4;
+using tools::ParseNumber;
 
 // "10.0.0.0/24" or "10.0.0.0/255.255.255.0".
 std::optional<Prefix> ParsePrefix(std::string_view text);
@@ -43,7 +44,6 @@ std::optional<Ipv6> ParseIpv6(std::string_view text);
 // "2001:db8::/32".
 std::optional<Prefix6> ParsePrefix6(std::string_view text);
 
-// Six groups of one or two hexadecimal digits with colons or dashes between them.
 std::optional<MacValue> ParseMac(std::string_view text);
 
 // "02:00:5e:10:ab:ff", as commands that take the text itself want it.

@@ -11,9 +11,9 @@
 #include <vector>
 
 #include "command_words.h"
+#include "common/suggestion.h"
 #include "files.h"
 #include "output/text.h"
-#include "suggestion.h"
 
 namespace vdrctl {
 
@@ -156,14 +156,14 @@ void Reader::ReadRecord(const std::string& title, const Json& fields) {
   const std::string place = "/records/" + title;
   const auto layout = layouts_.find(title);
   if (layout == layouts_.end()) {
-    Refuse(place, "there is no record of this name" + Suggestion(title, Keys(layouts_)));
+    Refuse(place, "there is no record of this name" + tools::Suggestion(title, Keys(layouts_)));
   }
   const auto known = FieldsOf(*layout->second);
   for (const auto& [name, value] : Object(fields, place).items()) {
     const std::string here = place + "/" + name;
     const auto field = known.find(name);
     if (field == known.end()) {
-      Refuse(here, "the record has no field of this name" + Suggestion(name, Keys(known)));
+      Refuse(here, "the record has no field of this name" + tools::Suggestion(name, Keys(known)));
     }
     names_.Add(title, name, ReadField(value, field->second, here));
   }
@@ -241,7 +241,7 @@ Dress Reader::ReadForm(const Json& value, const Field& field, const std::string&
     return rule.dress;
   }
   Refuse(place, fmt::format("'{}' is none of {}{}", Escaped(name), fmt::join(names, ", "),
-                            Suggestion(name, names)));
+                            tools::Suggestion(name, names)));
 }
 
 std::vector<Flag> Reader::ReadFlags(const Json& value, const Field& field,

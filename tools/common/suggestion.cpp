@@ -1,4 +1,4 @@
-#include "suggestion.h"
+#include "common/suggestion.h"
 
 #include <fmt/format.h>
 
@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace vdrctl {
+namespace tools {
 
 namespace {
 
@@ -45,4 +45,4 @@ std::string Suggestion(std::string_view word, std::span<const std::string_view> 
   return best.empty() ? "" : fmt::format(" (did you mean '{}'?)", best);
 }
 
-}  // namespace vdrctl
+}  // namespace tools
