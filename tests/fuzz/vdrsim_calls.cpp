@@ -64,6 +64,12 @@ int answers = 0;
 seccomp_notif_resp answered{};
 
 constexpr int kNoListener = -1;
+
+class NoRelief final : public vdrsim::Relief {
+ public:
+  void BeginRest() noexcept override {}
+  void EndRest() noexcept override {}
+};
 constexpr char kPath[] = "/qorv/devices/char/zaxdriver/ryn_vdr";
 
 int SystemCall(uint8_t number) {
@@ -143,7 +149,8 @@ void HoldUp(Reader& reader, Arena& arena, const vdrsim::DeviceNodes& nodes, int 
   const Bytes before(arena.bytes(), arena.bytes() + Arena::kSize);
   answers = 0;
   answered = {};
-  vdrsim::HeldUpCall call(kNoListener);
+  NoRelief relief;
+  vdrsim::HeldUpCall call(kNoListener, relief);
   Require(call.Receive(), "there is a call");
   vdrsim::InterceptedCalls(nodes, datapath).Answer(call);
   Require(answers == 1 || (answers == 0 && !stillWaits), "a caller that waits is answered once");

@@ -10,12 +10,15 @@
 #include <string_view>
 #include <vector>
 
-#include "suggestion.h"
+#include "common/escapes.h"
+#include "common/suggestion.h"
 
 // Arguments as people write them.
 namespace {
 
 using namespace vdrctl;
+using tools::Suggestion;
+using tools::Unescaped;
 
 template <typename Value>
 std::vector<uint8_t> BytesOf(const Value& value) {

@@ -51,4 +51,14 @@ std::vector<uint8_t> ParseHexBytes(std::string_view text) {
   return bytes;
 }
 
+std::vector<std::string_view> SplitAt(std::string_view text, char separator) {
+  std::vector<std::string_view> parts;
+  for (std::size_t start = 0; start <= text.size();) {
+    const std::size_t end = std::min(text.find(separator, start), text.size());
+    parts.push_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  return parts;
+}
+
 }  // namespace tools

@@ -24,4 +24,7 @@ std::optional<std::array<uint8_t, 6>> ParseMac(std::string_view text);
 // Pairs of hexadecimal digits; none when it is not just these.
 std::vector<uint8_t> ParseHexBytes(std::string_view text);
 
+// What stands between the separators: one part more than there are of them.
+std::vector<std::string_view> SplitAt(std::string_view text, char separator);
+
 }  // namespace tools

@@ -78,16 +78,6 @@ std::optional<bool> ParseSwitch(std::string_view text) {
   return std::nullopt;
 }
 
-std::vector<std::string_view> SplitAt(std::string_view text, char separator) {
-  std::vector<std::string_view> parts;
-  for (std::size_t start = 0; start <= text.size();) {
-    const std::size_t end = std::min(text.find(separator, start), text.size());
-    parts.push_back(text.substr(start, end - start));
-    start = end + 1;
-  }
-  return parts;
-}
-
 std::vector<uint64_t> ParseNumbers(std::string_view text, char separator, uint64_t largest) {
   std::vector<uint64_t> numbers;
   for (const std::string_view part : SplitAt(text, separator)) {

@@ -35,6 +35,7 @@ struct Prefix6 {
 using tools::ParseHexBytes;
 using tools::ParseIpv4;
 using tools::ParseNumber;
+using tools::SplitAt;
 
 // "10.0.0.0/24" or "10.0.0.0/255.255.255.0".
 std::optional<Prefix> ParsePrefix(std::string_view text);
@@ -51,9 +52,6 @@ std::string MacText(const MacValue& mac);
 
 // "on" or "off".
 std::optional<bool> ParseSwitch(std::string_view text);
-
-// What stands between the separators: one part more than there are of them.
-std::vector<std::string_view> SplitAt(std::string_view text, char separator);
 
 // Numbers up to `largest` with a separator between them, at least one; none when one is not such.
 std::vector<uint64_t> ParseNumbers(std::string_view text, char separator, uint64_t largest);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -16,12 +17,22 @@ namespace vdrsim {
 // Which of the two device nodes a command came through.
 enum class Node : uint8_t { Normal, Upgrade };
 
-// Where the reply to a command goes.
+// What vdrsim's own subcommands say to the run that they are started in. No command has this code.
+inline constexpr uint32_t kControlCode = 255;
+
+// Where the reply to a command goes: a caller that waits for it.
 class Destination {
  public:
   // Tells whether `length` bytes of reply, and their number, could be written now. Changes nothing,
   // and may wait for the caller's memory, so nothing may be locked meanwhile.
   virtual bool Takes(uint32_t length) = 0;
+
+  // Lets the caller wait for so long, and nobody else, so nothing may be locked meanwhile. Returns
+  // false when the caller is gone by then: its command must have no effect any more.
+  virtual bool HoldUp(std::chrono::nanoseconds time) noexcept = 0;
+
+  // Kills the process of the caller, which learns nothing of its command.
+  virtual void Kill() noexcept = 0;
 
  protected:
   ~Destination() = default;
@@ -76,7 +87,7 @@ class Reply {
 
   // Makes this a reply of at most kInlineRoom bytes, which are zero and to be filled.
   std::span<std::byte> Fill(uint32_t size) {
-    size_ = size;
+    size_ = left_ = size;
     const auto bytes = std::span(inline_).first(size);
     std::ranges::fill(bytes, std::byte{0});
     return bytes;
@@ -84,7 +95,7 @@ class Reply {
 
   // To be called before a reply is handed on, with nothing locked.
   void Prepare() {
-    if (source_) size_ = source_->Prepare();
+    if (source_) size_ = left_ = source_->Prepare();
   }
 
   // Gives other pieces from here on.
@@ -93,18 +104,23 @@ class Reply {
     Prepare();
   }
 
+  // Leaves no more than the first `size` bytes of a reply that is ready to be handed on.
+  void Shorten(uint32_t size) { size_ = left_ = std::min(size_, size); }
+
   uint32_t size() const { return size_; }
 
   // The next piece, valid until the next call and as long as this reply stays in its place; an
   // empty one at the end.
   std::span<const std::byte> Next() noexcept {
-    if (source_) return source_->Next();
-    return std::span(inline_).first(std::exchange(isTaken_, true) ? 0 : size_);
+    const auto piece = source_ ? source_->Next() : std::span<const std::byte>(inline_);
+    const auto taken = piece.first(std::min<size_t>(piece.size(), left_));
+    left_ -= static_cast<uint32_t>(taken.size());
+    return taken;
   }
 
  private:
   uint32_t size_ = 0;
-  bool isTaken_ = false;
+  uint32_t left_ = 0;  // of them, to be taken yet
   std::unique_ptr<Source> source_{};
   std::array<std::byte, kInlineRoom> inline_;
 };

@@ -194,6 +194,8 @@ TEST_F(SimulatedSessions, EachNodeWatchesEachEndpoint) {
 class AnyMemory final : public vdrsim::Destination {
  public:
   bool Takes(uint32_t) override { return true; }
+  bool HoldUp(std::chrono::nanoseconds) noexcept override { return true; }
+  void Kill() noexcept override {}
 };
 
 // The sessions are taken from a datapath whose endpoints are all deleted by other commands meanwhile.

@@ -86,6 +86,8 @@ TEST(SimulatedDatapath, ACommandWhoseReplyCannotBeDeliveredHasNoEffect) {
 class AnyMemory final : public vdrsim::Destination {
  public:
   bool Takes(uint32_t) override { return true; }
+  bool HoldUp(std::chrono::nanoseconds) noexcept override { return true; }
+  void Kill() noexcept override {}
 };
 
 vdrsim::Answer Start(Datapath& datapath, uint32_t code, std::span<const std::byte> input) {

@@ -12,6 +12,8 @@ class Memory final : public vdrsim::Destination {
  public:
   explicit Memory(bool takes) : takes_(takes) {}
   bool Takes(uint32_t) override { return takes_; }
+  bool HoldUp(std::chrono::nanoseconds) noexcept override { return true; }
+  void Kill() noexcept override {}
 
  private:
   bool takes_;

@@ -1,5 +1,6 @@
 #include <memory>
 
+#include "commands/fault_options.h"
 #include "commands/journal_options.h"
 #include "commands/run_command.h"
 #include "commands/state_options.h"
@@ -13,18 +14,22 @@ namespace {
 struct Options {
   RunOptions run{};
   StateOptions state{};
+  FaultOptions faults{};
   JournalOptions journal{};
 };
 
 int Run(const Options& options) {
   Datapath datapath;
   const AtEnd save = Prepare(options.state, datapath);
-  Journal journal(datapath, OpenLogs(options.journal));
-  RunCommand(options.run, journal, [&] {
-    // Both are done, whatever the other says.
+  RunFaults faults(options.faults, datapath);
+  Journal journal(faults.link(), OpenLogs(options.journal));
+  RunCommand(options.run, journal, [&]() -> std::optional<int> {
+    // All are done, whatever the others say.
     const bool isWritten = journal.Finish();
-    const auto status = save();
-    return isWritten ? status : kUnusable;
+    const auto saved = save();
+    const auto matched = faults.AtEnd();
+    if (!isWritten) return kUnusable;
+    return saved ? saved : matched;
   });
 }
 
@@ -37,6 +42,7 @@ void AddRun(CLI::App& app, Action& action) {
       "One datapath serves the whole run and is forgotten with it, unless it is saved.");
   const auto options = std::make_shared<Options>();
   AddStateOptions(*run, options->state);
+  AddFaultOptions(*run, options->faults);
   AddJournalOptions(*run, options->journal);
   AddRunOptions(*run, options->run);
   run->callback([&action, options] { action = [options] { return Run(*options); }; });

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 #include <span>
+#include <string_view>
 
 #include "requests/bridge.h"
 #include "requests/e2i.h"
@@ -18,20 +19,33 @@
 
 namespace vdrsim::requests {
 
-template <size_t... Sizes>
-consteval auto Join(const Request (&... families)[Sizes]) {
-  std::array<const Request*, (Sizes + ...)> all{};
+struct Family {
+  std::string_view name;
+  std::span<const Request> requests;
+};
+
+inline constexpr Family kFamilies[] = {
+    {"instance", kInstanceRequests}, {"lif", kLifRequests},           {"route", kRouteRequests},
+    {"policy", kPolicyRequests},     {"bridge", kBridgeRequests},     {"e2i", kE2iRequests},
+    {"mcast", kMcastRequests},       {"services", kServicesRequests},
+};
+
+consteval size_t CountRequests() {
   size_t count = 0;
-  const auto add = [&](std::span<const Request> family) {
-    for (const Request& request : family) all[count++] = &request;
-  };
-  (add(families), ...);
+  for (const Family& family : kFamilies) count += family.requests.size();
+  return count;
+}
+
+consteval auto Join() {
+  std::array<const Request*, CountRequests()> all{};
+  size_t count = 0;
+  for (const Family& family : kFamilies) {
+    for (const Request& request : family.requests) all[count++] = &request;
+  }
   return all;
 }
 
-inline constexpr auto kRequests =
-    Join(kInstanceRequests, kLifRequests, kRouteRequests, kPolicyRequests, kBridgeRequests,
-         kE2iRequests, kMcastRequests, kServicesRequests);
+inline constexpr auto kRequests = Join();
 
 // The index of the request of this name. A function of two codes needs its code as well.
 consteval size_t IndexOf(Name name, uint32_t code) {

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cerrno>
+#include <memory>
+#include <new>
 
 #include "caller_memory.h"
 #include "envelope.h"
@@ -16,14 +18,35 @@ constexpr uint32_t kHighestCode = 0xff;
 // The longest input that any command takes.
 constexpr uint32_t kLongestInput = 968;
 
+// The kernel copies no more at once.
+constexpr uint32_t kLongestControlInput = 0x7ffff000;
+
+// Room for an input, which for all commands is in place.
+class InputRoom {
+ public:
+  // None without memory.
+  std::byte* For(uint32_t length) {
+    if (length <= kLongestInput) return inPlace_.data();
+    large_.reset(new (std::nothrow) std::byte[length]);
+    return large_.get();
+  }
+
+ private:
+  std::array<std::byte, kLongestInput> inPlace_;
+  std::unique_ptr<std::byte[]> large_{};
+};
+
 // Carries out a command whose envelope is at `address`; returns an errno value or 0.
 int Exchange(HeldUpCall& call, Node node, uint32_t code, uint64_t address, Executor& executor) {
   CallerMemory memory(call);
-  Envelope envelope(memory, address);
+  Envelope envelope(call, memory, address);
   if (!envelope.Read()) return EFAULT;
-  if (envelope.inputLength() > kLongestInput) return EINVAL;
-  std::array<std::byte, kLongestInput> room;
-  const std::span input = std::span(room).first(envelope.inputLength());
+  const uint32_t length = envelope.inputLength();
+  if (length > (code == kControlCode ? kLongestControlInput : kLongestInput)) return EINVAL;
+  InputRoom room;
+  std::byte* const bytes = room.For(length);
+  if (!bytes) return ENOMEM;
+  const std::span input(bytes, length);
   if (!memory.Read(envelope.input(), input)) return EFAULT;
   // What was read may be another program's if the caller was killed, and must have no effect.
   const pid_t process = call.Process();

@@ -1,6 +1,7 @@
 #include "held_up_call.h"
 
 #include <seccomp.h>
+#include <signal.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -8,12 +9,17 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <thread>
 
 #include "status_file.h"
+#include "unique_fd.h"
 
 namespace vdrsim {
 
 namespace {
+
+// How long it can take until it is seen that a caller that rests is gone.
+constexpr std::chrono::milliseconds kLookInterval{100};
 
 seccomp_notif_sizes KernelSizes() {
   seccomp_notif_sizes sizes{};
@@ -38,8 +44,9 @@ void HeldUpCall::Extended<Structure>::Clear() {
   std::memset(bytes.get(), 0, size);
 }
 
-HeldUpCall::HeldUpCall(int listener)
+HeldUpCall::HeldUpCall(int listener, Relief& relief)
     : listener_(listener),
+      relief_(relief),
       call_(KernelSizes().seccomp_notif),
       response_(KernelSizes().seccomp_notif_resp) {}
 
@@ -66,6 +73,26 @@ pid_t HeldUpCall::FindProcess() {
 }
 
 bool HeldUpCall::IsWaiting() const { return seccomp_notify_id_valid(listener_, call_->id) == 0; }
+
+bool HeldUpCall::Rest(std::chrono::nanoseconds time) const {
+  using Clock = std::chrono::steady_clock;
+  const auto end = Clock::now() + time;
+  relief_.BeginRest();
+  for (auto now = Clock::now(); now < end && IsWaiting(); now = Clock::now()) {
+    std::this_thread::sleep_until(std::min<Clock::time_point>(end, now + kLookInterval));
+  }
+  relief_.EndRest();
+  return IsWaiting();
+}
+
+// The descriptor stays with the process that had the number when it was opened, and as the caller
+// still waits afterwards, that was its own.
+void HeldUpCall::Kill() {
+  const UniqueFd process(static_cast<int>(syscall(SYS_pidfd_open, Process(), 0)));
+  if (process && IsWaiting()) {
+    syscall(SYS_pidfd_send_signal, process.get(), SIGKILL, nullptr, 0);
+  }
+}
 
 void HeldUpCall::Return(int error) { Respond(error, 0); }
 

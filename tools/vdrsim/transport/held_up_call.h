@@ -4,18 +4,29 @@
 #include <sys/types.h>
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 
 namespace vdrsim {
 
+// Sees to it that the calls of others are answered while one rests.
+class Relief {
+ public:
+  virtual void BeginRest() noexcept = 0;
+  virtual void EndRest() noexcept = 0;
+
+ protected:
+  ~Relief() = default;
+};
+
 // A system call of the run that the kernel holds up until it is answered. One object serves many
 // calls, one after another.
 class HeldUpCall {
  public:
   // Throws std::bad_alloc.
-  explicit HeldUpCall(int listener);
+  HeldUpCall(int listener, Relief& relief);
 
   // Waits for a call. Returns false when it got none: its caller was killed, or nobody is left to
   // make one.
@@ -31,6 +42,12 @@ class HeldUpCall {
   // Tells whether the caller still waits. As it can't do anything meanwhile, its number was its own
   // up to now; a moment later it may have been killed, and its number be another's.
   bool IsWaiting() const;
+
+  // Lets the caller wait for so long, or until it is gone. Returns false when it is.
+  bool Rest(std::chrono::nanoseconds time) const;
+
+  // Kills the process of the caller, if it still waits.
+  void Kill();
 
   // Each answers the call. That fails only when the caller was killed, and then nobody needs it.
   void Return(int error);
@@ -54,6 +71,7 @@ class HeldUpCall {
   };
 
   int listener_;
+  Relief& relief_;
   Extended<seccomp_notif> call_;
   Extended<seccomp_notif_resp> response_;
   pid_t process_ = 0;  // of this call, where it is known

@@ -16,7 +16,7 @@ namespace vdrsim {
 Workers::Workers(int listener, const InterceptedCalls& calls)
     : listener_(listener), calls_(calls), started_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
   if (!started_) FailStart("cannot create an event counter", errno);
-  Engage();
+  Engage(nullptr);
   if (!taker_.load()) FailStart("cannot start a thread", EAGAIN);
 }
 
@@ -40,7 +40,7 @@ void Workers::Serve(Worker& worker) {
 void Workers::AwaitTurn(Worker& worker) {
   std::unique_lock lock(mutex_);
   worker.hasNoTurn = true;
-  turn_.wait(lock, [&] { return taker_.load() == &worker; });
+  worker.turn.wait(lock, [&] { return taker_.load() == &worker; });
   worker.hasNoTurn = false;
 }
 
@@ -54,14 +54,14 @@ bool Workers::IsOver() const {
 bool Workers::LookAfter() noexcept {
   eventfd_t count = 0;
   eventfd_read(started_.get(), &count);
-  const Worker* taker = taker_.load();
+  const Worker* const taker = taker_.load();
   const uint64_t received = taker->received.load();
   const bool isSame = taker == seen_ && received == seenReceived_;
-  seen_ = taker_.load();
+  seen_ = taker;
   seenReceived_ = received;
   if (!isSame) return true;
   if (taker->isAnswering.load()) {
-    Engage();
+    Engage(taker);
     return true;
   }
   isWatched_ = false;
@@ -70,32 +70,43 @@ bool Workers::LookAfter() noexcept {
   return true;
 }
 
-// Without memory or room for another thread, those that are there have to do.
-void Workers::Engage() {
-  try {
-    Worker* next = FreeWorker();
-    if (!next) return;
+void Workers::BeginRest(const Worker& worker) noexcept {
+  {
     const std::lock_guard lock(mutex_);
+    ++resting_;
+  }
+  Engage(&worker);
+}
+
+void Workers::EndRest() noexcept {
+  const std::lock_guard lock(mutex_);
+  --resting_;
+}
+
+// Puts another in the place of `taker`, unless that has happened already. Without memory or room for
+// another thread, those that are there have to do.
+void Workers::Engage(const Worker* taker) noexcept {
+  const std::lock_guard lock(mutex_);
+  if (taker_.load() != taker) return;
+  try {
+    Worker* const next = FreeWorker();
+    if (!next) return;
     taker_ = next;
-    turn_.notify_all();
+    next->turn.notify_one();
   } catch (const std::bad_alloc&) {
   } catch (const std::system_error&) {
   }
 }
 
 Workers::Worker* Workers::FreeWorker() {
-  {
-    const std::lock_guard lock(mutex_);
-    const auto free = std::ranges::find_if(
-        workers_, [](const auto& worker) { return worker && worker->hasNoTurn; });
-    if (free != workers_.end()) return free->get();
-  }
-  const auto place = std::ranges::find_if(workers_, [](const auto& worker) { return !worker; });
-  if (place == workers_.end()) return nullptr;
-  auto worker = std::make_unique<Worker>(listener_);
+  const auto free =
+      std::ranges::find_if(workers_, [](const auto& worker) { return worker->hasNoTurn; });
+  if (free != workers_.end()) return free->get();
+  if (workers_.size() >= kMost + resting_) return nullptr;
+  workers_.reserve(workers_.size() + 1);
+  auto worker = std::make_unique<Worker>(*this);
   std::thread(&Workers::Serve, this, std::ref(*worker)).detach();
-  *place = std::move(worker);
-  return place->get();
+  return workers_.emplace_back(std::move(worker)).get();
 }
 
 }  // namespace vdrsim

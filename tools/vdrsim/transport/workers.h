@@ -1,12 +1,12 @@
 #pragma once
 
-#include <array>
 #include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 #include "held_up_call.h"
 #include "intercepted_calls.h"
@@ -17,6 +17,9 @@ namespace vdrsim {
 // The threads that answer the calls of a run. One of them takes calls and answers each before it
 // takes the next. When it does not come back, since a caller's memory is on a file system or a page
 // that another program of the run has to serve first, the next one takes its place.
+//
+// A worker whose caller is to wait for a while hands over at once and counts for none meanwhile; so
+// as many can wait as there are callers, each of which is a thread itself.
 //
 // That several wait for calls at once would wake all of them for each.
 class Workers {
@@ -38,31 +41,38 @@ class Workers {
   bool LookAfter() noexcept;
 
  private:
-  struct Worker {
-    explicit Worker(int listener) : call(listener) {}
+  struct Worker final : Relief {
+    explicit Worker(Workers& pool) : workers(pool), call(pool.listener_, *this) {}
 
+    void BeginRest() noexcept override { workers.BeginRest(*this); }
+    void EndRest() noexcept override { workers.EndRest(); }
+
+    Workers& workers;
     HeldUpCall call;
     std::atomic<bool> isAnswering = false;
     std::atomic<uint64_t> received = 0;
+    std::condition_variable turn{};
     bool hasNoTurn = false;  // guarded by the mutex
   };
 
   void Serve(Worker& worker);
   void AwaitTurn(Worker& worker);
   bool IsOver() const;
-  void Engage();
+  void BeginRest(const Worker& worker) noexcept;
+  void EndRest() noexcept;
+  void Engage(const Worker* taker) noexcept;
   Worker* FreeWorker();
 
   int listener_;
   const InterceptedCalls& calls_;
   UniqueFd started_;
   std::mutex mutex_{};
-  std::condition_variable turn_{};
-  std::array<std::unique_ptr<Worker>, kMost> workers_{};
+  std::vector<std::unique_ptr<Worker>> workers_{};  // guarded by the mutex, and so is the next
+  size_t resting_ = 0;
   std::atomic<Worker*> taker_ = nullptr;
   std::atomic<bool> isWatched_ = false;
 
-  Worker* seen_ = nullptr;
+  const Worker* seen_ = nullptr;
   uint64_t seenReceived_ = 0;
 };
 
