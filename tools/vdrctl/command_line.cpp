@@ -79,9 +79,7 @@ Split SplitWords(Words words, const Command* likely) {
     const std::string& word = words.front();
     if (onlyArguments) {
       split.rest.push_back(word);
-    } else if (word == "--help" || word == "-h") {
-      split.wantsHelp = true;
-    } else if (word == "help" && !split.command) {
+    } else if (word == "--help" || word == "-h" || (word == "help" && !split.command)) {
       split.wantsHelp = true;
     } else if (word == "--version" || word == "-V") {
       split.wantsVersion = true;
