@@ -133,9 +133,9 @@ void RefuseWord(const Split& split, std::string_view word) {
   } else {
     candidates = NextWords(split.understood);
   }
-  throw WrongUsage(
-      fmt::format("'{}' has no '{}'{}", complete, Escaped(word), tools::Suggestion(word, candidates)),
-      complete);
+  throw WrongUsage(fmt::format("'{}' has no '{}'{}", complete, Escaped(word),
+                               tools::Suggestion(word, candidates)),
+                   complete);
 }
 
 std::string WithProgram(std::string_view understood) {

@@ -88,14 +88,4 @@ std::vector<uint64_t> ParseNumbers(std::string_view text, char separator, uint64
   return numbers;
 }
 
-std::vector<uint8_t> ParseHexBytes(std::string_view text) {
-  std::vector<uint8_t> bytes;
-  for (; !text.empty(); text.remove_prefix(2)) {
-    const auto byte = text.size() < 2 ? std::nullopt : ParseDigits<uint8_t>(text.substr(0, 2), 16);
-    if (!byte) return {};
-    bytes.push_back(*byte);
-  }
-  return bytes;
-}
-
 }  // namespace vdrctl

@@ -56,7 +56,4 @@ std::optional<bool> ParseSwitch(std::string_view text);
 // Numbers up to `largest` with a separator between them, at least one; none when one is not such.
 std::vector<uint64_t> ParseNumbers(std::string_view text, char separator, uint64_t largest);
 
-// Pairs of hexadecimal digits; none when it is not just these.
-std::vector<uint8_t> ParseHexBytes(std::string_view text);
-
 }  // namespace vdrctl
