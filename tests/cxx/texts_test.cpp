@@ -14,7 +14,7 @@
 
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 using vdrzax::Client;
 using vdrzax::Refusal;
 using wire::Block;
