@@ -10,18 +10,18 @@
 // what its errors are, is said in <vdrzax.h> of the function that the call names; these rules come on
 // top of it.
 //
-// Names. A call is called as the function of <vdrzax.h> in small letters: without Get and Vdr, with
-// `delete` for Del, and with `_v6` for v6. Objects are named from the outside in, the instance first. What
-// a command sets comes in a structure when it is more than two or three numbers; its members, like the
-// parameters, have the names of the C parameters, and what is not given is 0 or empty.
+// Names. A call has the words of its function in small letters, the verb first: without Get and Vdr, with
+// `delete` for Del. Objects are named from the outside in, the instance first. What a command sets comes in
+// a structure when it is more than two or three numbers; its members, like the parameters, have the names
+// of the C parameters, and what is not given is 0 or empty.
 //
 // Numbers are passed on as they stand, in the byte order of the host: an IPv4 address is whatever the C
 // function takes. A Mac is six bytes in the order in which they are written.
 //
 // Texts are taken as `const char*`, std::string and std::string_view. A name has at most 63 characters
 // (VDRZAX_NAME_MAX), also in the commands of IPv6, whose fields hold 64: no object can have a name of
-// 64, because those that create it cut it. Where another text has less or more room, its structure says
-// so. Nothing is cut: a text that is too long, one with a NUL inside, or none where one is required,
+// 64, because those that create it cut it. Where another text has less or more room, its call or structure
+// says so. Nothing is cut: a text that is too long, one with a NUL inside, or none where one is required,
 // is refused before anything is sent. A `const char*` ends at its first NUL, and NULL is no text.
 //
 // Failures. A call throws

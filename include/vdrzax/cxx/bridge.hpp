@@ -401,6 +401,7 @@ class BridgeCalls {
     if (failure.code != 0) return failure;
     return node;
   }
+  // `name2` has at most 15 characters.
   result<void> try_plumb_bfd_port_connection(Text port_name, Text name2,
                                              const std::optional<Mac>& mac = {}) const noexcept {
     return detail::Command("VDRZAX_PlumbBFDPortConnection", VDRZAX_PlumbBFDPortConnection,

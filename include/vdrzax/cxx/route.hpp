@@ -155,6 +155,7 @@ class RouteCalls {
     if (failure.code != 0) return failure;
     return RoutesV6(table, count);
   }
+  // `mac_text` has at most 17 characters, and 18 in the call for IPv6.
   result<void> try_set_arp(Text instance_name, Text if_name, std::uint32_t ip,
                            Text mac_text) const noexcept {
     return detail::Command("VDRZAX_SetArp", VDRZAX_SetArp, ip, detail::Required<17>(mac_text),
