@@ -33,3 +33,15 @@ assert vdrzax.__version__ == version
 assert "installed" in vdrzax.__file__
 vdrzax.Client()
 END
+
+# pytest finds the plugin by itself, and has it once when it is asked for as well.
+for asked in "" "-p vdrzax.pytest_plugin"; do
+  # shellcheck disable=SC2086
+  PYTHONPATH=$scratch/installed "$python" -B -m pytest -p no:cacheprovider $asked --fixtures \
+    "$scratch/tree" >"$scratch/log" 2>&1 || true
+  grep -q '^vdrsim .*pytest_plugin.py' "$scratch/log" || {
+    cat "$scratch/log"
+    echo "pytest $asked does not find the fixture vdrsim"
+    exit 1
+  }
+done
