@@ -22,7 +22,7 @@ ROUTE6 = {0: "edge-1", 260: bytes([0x20, 1, 0x0D, 0xB8]), 276: u8(32), 293: byte
 NEIGHBOUR6 = {0: "edge-1", 256: "uplink", 320: bytes([0xFE, 0x80]), 335: u8(2)}
 LIF_POLICY = {0: "edge-1", 256: bytes([10, 1, 0, 0]), 260: bytes([255, 255, 0, 0]),
               268: bytes([10, 9, 8, 7]), 272: u32(6), 276: "downlink", 340: "uplink", 408: u32(4)}
-MARKED = {**ON_LIF, 256: "second", 544: u32(1), 548: u32(2), 520: u32(3)}
+MARKED = {**ON_LIF, 256: "second", 544: u32(5), 548: u32(6), 520: u32(7)}
 NODE = {256: "one", 320: "two", 384: "three", 400: u32(4), 404: bytes([1, 0xAB])}
 NOTHING = None
 
@@ -167,9 +167,9 @@ ROWS = [
     ("fdb.clear('edge-1', 7, 8)", 67, {**EDGE, 260: u32(7), 264: u32(8), 268: u32(1)}),
     ("bridge_lifs('edge-1')", 59, EDGE),
     ("bridge_lifs.show('edge-1', 'uplink')", 60, ON_LIF),
-    ("bridge_lifs.set('edge-1', 'uplink', second_name='second', value1=1, value2=2, value3=3)", 57,
+    ("bridge_lifs.set('edge-1', 'uplink', second_name='second', value1=5, value2=6, value3=7)", 57,
      MARKED),
-    ("bridge_lifs.clear('edge-1', 'uplink', second_name='second', value1=1, value2=2, value3=3)",
+    ("bridge_lifs.clear('edge-1', 'uplink', second_name='second', value1=5, value2=6, value3=7)",
      58, MARKED),
     ("bridge_endpoints()", 52, {}),
     ("bridge_endpoints.add('uplink', 'ep', second_name='two', fourth_name='four', "
