@@ -94,8 +94,8 @@ class Tool:
         programs = set()
         for name, test in self.tests():
             used = {word for word in test.command if self.is_own(word)}
-            # What ships is no mutant's business.
-            if used and not name.startswith("Package."):
+            # What ships, pages and examples are no mutant's business.
+            if used and not name.startswith(("Package.", "Docs.", "Examples.")):
                 programs |= used
                 self.checks.append(test._replace(seconds=baseline.passes(test) * 8 + 20))
         prefix = f"{baseline.build}/"

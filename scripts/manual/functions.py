@@ -18,7 +18,6 @@ class Reference:
         self._comments = {
             name: comments.parse(each.comment, tuple(one.name for one in each.parameters))
             for name, each in self._functions.items()}
-        self._records = {each.name: each for header in headers for each in header.records}
         self._tops = {header.family: comments.parse_text(header.comment) for header in headers}
         self._rules = comments.parse_text(rules)
         self._errors = _errors(self._rules)
@@ -36,11 +35,11 @@ class Reference:
             Section("Headers", [Links(families)])])
 
     def _family(self, header):
-        macros = {name: text for name, text in _macros(header)}
+        macros = tuple(_macros(header))
         sections = [Section("Synopsis", [Code(f"#include <vdrzax/{header.family}.h>")]),
                     Section("Description", self._tops[header.family])]
         if macros:
-            sections.append(Section("Macros", [Definitions(tuple(macros.items()))]))
+            sections.append(Section("Macros", [Definitions(macros)]))
         if header.records:
             sections.append(Section("Records", [block for record in header.records
                                                 for block in _record(record)]))

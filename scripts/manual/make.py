@@ -11,13 +11,13 @@ import subprocess
 import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
-import functions  # pylint: disable=wrong-import-position
-import hypertext  # pylint: disable=wrong-import-position
-import markdown  # pylint: disable=wrong-import-position
-import program  # pylint: disable=wrong-import-position
-import public_header  # pylint: disable=wrong-import-position
-import roff  # pylint: disable=wrong-import-position
-from blocks import Section  # pylint: disable=wrong-import-position
+import functions
+import hypertext
+import markdown
+import program
+import public_header
+import roff
+from blocks import Links, Section
 
 
 class Source:
@@ -25,11 +25,13 @@ class Source:
 
     def __init__(self, directory):
         include = directory / "include"
-        self.headers = public_header.read(include)
-        self.pages = functions.Reference(self.headers, public_header.umbrella(include)).pages()
-        self.documents = {path.stem: path.read_text() for path in sorted((directory / "docs").glob("*.md"))}
-        numbers = {macro.name: macro.value for header in self.headers for macro in header.macros}
-        self.version = ".".join(numbers[f"VDRZAX_VERSION_{part}"] for part in ("MAJOR", "MINOR", "PATCH"))
+        headers = public_header.read(include)
+        self.pages = functions.Reference(headers, public_header.umbrella(include)).pages()
+        self.documents = {path.stem: path.read_text()
+                          for path in sorted((directory / "docs").glob("*.md"))}
+        numbers = {macro.name: macro.value for header in headers for macro in header.macros}
+        self.version = ".".join(numbers[f"VDRZAX_VERSION_{part}"]
+                                for part in ("MAJOR", "MINOR", "PATCH"))
 
 
 def write_man(source, output, tools):
@@ -37,7 +39,8 @@ def write_man(source, output, tools):
     for page in pages:
         _write(output / f"man3/{page.name}.3", roff.page(page, 3, source.version))
     documents = "".join(markdown.man(source.documents[name]) for name in ("protocol", "guarantees"))
-    _write(output / "man7/vdrzax.7", roff.page(overview, 7, source.version) + documents)
+    _write(output / "man7/vdrzax.7",
+           roff.page(overview, 7, source.version) + documents + _see_also("vdrctl", "vdrsim"))
     if tools:
         vdrctl, vdrsim = tools
         _write(output / "man1/vdrctl.1", _said(vdrctl, "reference", "man"))
@@ -56,7 +59,13 @@ def _vdrsim(program_file, source):
     lines.append(".SH COMMANDS")
     for section in commands:
         lines += roff.section_lines(section, ".SS")
-    return "\n".join(lines) + "\n" + markdown.man(source.documents["vdrsim"])
+    return "\n".join(lines) + "\n" + markdown.man(source.documents["vdrsim"]) + _see_also(
+        "vdrctl", "vdrzax")
+
+
+def _see_also(*names):
+    links = Links(tuple((name, "") for name in names))
+    return "\n".join(roff.section_lines(Section("See also", [links]))) + "\n"
 
 
 def write_html(source, output):

@@ -25,7 +25,8 @@ DEVICE = "/qorv/devices/char/zaxdriver/ryn_vdr"
 
 def fenced(language):
     for page in PAGES:
-        for text in re.findall(rf"^```{language}\n(.*?)^```$", page.read_text(), re.MULTILINE | re.DOTALL):
+        for text in re.findall(rf"^```{language}\n(.*?)^```$", page.read_text(),
+                               re.MULTILINE | re.DOTALL):
             yield page, text
 
 

@@ -83,8 +83,8 @@ class Manual(unittest.TestCase):
             self.assertNotIn("EINVAL", rendered(MAN / f"man3/{name}.3").partition(" ERRORS ")[2], name)
 
     def test_errors_have_the_reason_that_is_the_functions_own(self):
-        expected = {"VDRZAX_GetLifStatsCached": "EINVAL instanceName is NULL ENOMEM an allocation failed "
-                                                "EBADMSG reply shorter than 852 bytes",
+        expected = {"VDRZAX_GetLifStatsCached": "EINVAL instanceName is NULL ENOMEM an allocation "
+                                                "failed EBADMSG reply shorter than 852 bytes",
                     "VDRZAX_GetRoutesv6": "ENOMEM the number of routes could not be had",
                     "VDRZAX_GetBridgePorts": "EBADMSG the reply ends inside a record"}
         for name, errors in expected.items():
@@ -112,7 +112,8 @@ class Manual(unittest.TestCase):
     def test_the_overview_holds_rules_protocol_and_guarantees(self):
         page = rendered(MAN / "man7/vdrzax.7")
         for name in ("protocol", "guarantees"):
-            for heading in re.findall(r"^#+ (.*)", (SOURCE / f"docs/{name}.md").read_text(), re.MULTILINE):
+            text = (SOURCE / f"docs/{name}.md").read_text()
+            for heading in re.findall(r"^#+ (.*)", text, re.MULTILINE):
                 self.assertIn(heading.replace("`", ""), page)
         self.assertIn("VDRZAX_SetCPIp Code: 8; Input: 0 t64 name, 328 u32 address", page)
         self.assertIn("Threads. There is no shared state, no initialisation and no teardown.", page)
@@ -132,11 +133,12 @@ class Manual(unittest.TestCase):
         self.assertGreater(options, 3)
 
     def test_what_vdrctl_says_of_itself_is_installed_as_it_is(self):
-        for place, form in (("man/man1/vdrctl.1", ("reference", "man")),
-                            ("completions/bash-completion/completions/vdrctl", ("completion", "bash")),
-                            ("completions/zsh/site-functions/_vdrctl", ("completion", "zsh")),
-                            ("completions/fish/vendor_completions.d/vdrctl.fish", ("completion", "fish"))):
-            self.assertEqual((MANUAL / place).read_text(), said(VDRCTL, *form))
+        for place, *words in (("man/man1/vdrctl.1", "reference", "man"),
+                              ("completions/bash-completion/completions/vdrctl", "completion", "bash"),
+                              ("completions/zsh/site-functions/_vdrctl", "completion", "zsh"),
+                              ("completions/fish/vendor_completions.d/vdrctl.fish", "completion",
+                               "fish")):
+            self.assertEqual((MANUAL / place).read_text(), said(VDRCTL, *words))
 
     def test_no_reader_of_manual_pages_complains(self):
         pages = sorted(map(str, MAN.glob("man*/*")))

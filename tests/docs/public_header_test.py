@@ -10,7 +10,7 @@ import unittest
 
 SOURCE = pathlib.Path(sys.argv.pop())
 sys.path.insert(0, str(SOURCE / "scripts"))
-import public_header  # pylint: disable=wrong-import-position
+import public_header
 
 INCLUDE = SOURCE / "include"
 HEADERS = public_header.read(INCLUDE)
