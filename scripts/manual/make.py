@@ -28,7 +28,8 @@ class Source:
         headers = public_header.read(include)
         self.pages = functions.Reference(headers, public_header.umbrella(include)).pages()
         self.documents = {path.stem: path.read_text()
-                          for path in sorted((directory / "docs").glob("*.md"))}
+                          for path in sorted((directory / "docs").glob("*.md"),
+                                             key=lambda each: each.stem)}
         numbers = {macro.name: macro.value for header in headers for macro in header.macros}
         self.version = ".".join(numbers[f"VDRZAX_VERSION_{part}"]
                                 for part in ("MAJOR", "MINOR", "PATCH"))
@@ -48,7 +49,7 @@ def write_man(source, output, tools):
 
 
 def _vdrsim(program_file, source):
-    """What it says of itself, then how it works."""
+    """What it says of itself, then how it works: its page and those on parts of it."""
     whole, *commands = program.sections(program_file, "vdrsim")
     usage, about, *options = whole.blocks
     lines = [roff.title("vdrsim", 1, source.version), ".SH NAME",
@@ -59,8 +60,9 @@ def _vdrsim(program_file, source):
     lines.append(".SH COMMANDS")
     for section in commands:
         lines += roff.section_lines(section, ".SS")
-    return "\n".join(lines) + "\n" + markdown.man(source.documents["vdrsim"]) + _see_also(
-        "vdrctl", "vdrzax")
+    documents = "".join(markdown.man(text) for name, text in source.documents.items()
+                        if name.partition("-")[0] == "vdrsim")
+    return "\n".join(lines) + "\n" + documents + _see_also("vdrctl", "vdrzax")
 
 
 def _see_also(*names):

@@ -118,8 +118,10 @@ class Manual(unittest.TestCase):
         self.assertIn("VDRZAX_SetCPIp Code: 8; Input: 0 t64 name, 328 u32 address", page)
         self.assertIn("Threads. There is no shared state, no initialisation and no teardown.", page)
 
-    def test_the_page_of_vdrsim_names_each_option_of_each_command(self):
+    def test_the_page_of_vdrsim_names_each_option_of_each_command_and_holds_its_pages(self):
         page = rendered(MAN / "man1/vdrsim.1")
+        for path in SOURCE.glob("docs/vdrsim*.md"):
+            self.assertIn(re.match(r"# (.*)", path.read_text())[1].replace("`", ""), page)
         waiting, options = [[]], 0
         for words in waiting:
             told = said(VDRSIM, *words, "--help")
