@@ -71,7 +71,11 @@ class Reference:
         """The function and those whose comment holds for it too, the nearest first."""
         names = [function.name]
         for name in names:
-            names += [each for each in self._comments[name].follows if each not in names]
+            for each in self._comments[name].follows:
+                if each not in self._functions:
+                    raise ValueError(f"{name}: its comment follows {each}, which no header declares")
+                if each not in names:
+                    names.append(each)
         return names
 
     def _shared(self, function):
