@@ -2,6 +2,8 @@
 // writes how many nanoseconds that took, until the input ends.
 //
 // load command CODE CAPACITY | load clients COUNT CODE CAPACITY | load line LINE...
+//
+// load row COUNT makes so many commands, no two of them the same, and ends.
 #include <fcntl.h>
 #include <stdint.h>
 #include <stdio.h>
@@ -126,7 +128,26 @@ static void by_shell(char* line, int count) {
   }
 }
 
+// Of four commands one has an input of 968 bytes, and fails; the others have one of 4.
+static void make_row(int device, int count) {
+  unsigned char block[968] = {0};
+  for (int32_t i = 0; i < count; ++i) {
+    unsigned char envelope[24] = {0};
+    const int is_block = i % 4 == 0;
+    const uint32_t in_length = is_block ? sizeof block : sizeof i;
+    const uint64_t in = is_block ? (uintptr_t)block : (uintptr_t)&i;
+    (void)snprintf((char*)block, 64, "edge-%d", i);
+    memcpy(envelope, &in_length, 4);
+    memcpy(envelope + 4, &in, 8);
+    if (ioctl(device, is_block ? 3 : 10, envelope) != 0 && !is_block) fail("ioctl");
+  }
+}
+
 int main(int argc, char** argv) {
+  if (argc == 3 && strcmp(argv[1], "row") == 0) {
+    make_row(open_device("10", "0").descriptor, atoi(argv[2]));
+    return 0;
+  }
   const int is_line = argc == 3 && strcmp(argv[1], "line") == 0;
   const int is_clients = argc == 5 && strcmp(argv[1], "clients") == 0;
   if (!is_line && !is_clients && (argc != 4 || strcmp(argv[1], "command") != 0)) return 2;

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "subject.h"
+#include "whole_run.h"
 
 namespace {
 
@@ -57,6 +58,51 @@ void CompareClients(const Programs& programs) {
     fmt::print("| {} | {:.0f} | {:.0f} |\n", clients, 1e9 / result.nanoseconds,
                1e9 / result.floorNanoseconds);
   }
+}
+
+// A journal is written to a file.
+void CompareJournals(const Programs& programs, const std::string& folder) {
+  struct Row {
+    const char* what;
+    const char* code;
+    const char* capacity;
+    int count;
+  };
+  constexpr Row kRows[] = {{"a command without input", "9", "4", 2000},
+                           {"a command with an input of 968 bytes", "61", "0", 2000},
+                           {"a command with a reply of 577 kB", "0", "577577", 20}};
+  fmt::print(
+      "\n| Command | With a journal | Without | Ratio | Target | Met "
+      "|\n|---|---|---|---|---|---|\n");
+  const std::string journal = folder + "/journal";
+  for (const auto& [what, code, capacity, count] : kRows) {
+    const Words load = {programs.load, "command", code, capacity};
+    Subject with(Join({programs.vdrsim, "run", "--journal", journal, "--"}, load));
+    Subject without(Join({programs.vdrsim, "run", "--"}, load));
+    PrintRow(what, Compare(with, without, count, 51), 1.3);
+  }
+  std::filesystem::remove(journal);
+}
+
+void PrintWholeRun(const char* what, const WholeRun& run) {
+  fmt::print("| {} | {:.1f} s | {:.0f} MB |\n", what, run.seconds, run.megabytes);
+  std::cout.flush();
+}
+
+// A million commands, written down and then replayed.
+void ReplayMillion(const Programs& programs, const std::string& folder) {
+  const std::string journal = folder + "/journal";
+  const Words load = {"--", programs.load, "row", "1000000"};
+  const auto run = [&](const Words& options) {
+    return RunToEnd(Join(Join({programs.vdrsim}, options), load));
+  };
+  fmt::print("\n| A million commands | Time | Memory |\n|---|---|---|\n");
+  PrintWholeRun("simulated", run({"run"}));
+  PrintWholeRun("with a journal", run({"run", "--journal", journal}));
+  PrintWholeRun("replayed by match", run({"replay", journal}));
+  PrintWholeRun("replayed strictly", run({"replay", "--strict", journal}));
+  fmt::print("\nThe journal of these has {} MB.\n", std::filesystem::file_size(journal) >> 20);
+  std::filesystem::remove(journal);
 }
 
 // Something to search, compile and keep versions of.
@@ -111,6 +157,8 @@ int main(int argc, char** argv) {
   try {
     CompareCommands(programs);
     CompareClients(programs);
+    CompareJournals(programs, argv[4]);
+    ReplayMillion(programs, argv[4]);
     MakeFiles(argv[4]);
     ComparePrograms(programs, argv[4]);
   } catch (const std::exception& failure) {

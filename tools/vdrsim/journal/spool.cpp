@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <type_traits>
 
@@ -43,16 +44,19 @@ bool ReadAt(int file, std::span<std::byte> bytes, off_t offset) {
   return true;
 }
 
+// The capacity to ask for, so that it is seldom asked for.
+size_t GrownTo(size_t size, size_t capacity) {
+  return size <= capacity ? capacity : std::max(size, 2 * capacity);
+}
+
 }  // namespace
 
 void Spool::Append(const Entry& entry) {
   if (newest_.size() >= memory_) Spill();
-  const size_t start = newest_.size();
-  newest_.resize(start + sizeof entry + entry.input.size());
-  std::memcpy(newest_.data() + start, &entry, sizeof entry);
-  if (!entry.input.empty()) {
-    std::memcpy(newest_.data() + start + sizeof entry, entry.input.data(), entry.input.size());
-  }
+  newest_.reserve(GrownTo(newest_.size() + sizeof entry + entry.input.size(), newest_.capacity()));
+  const auto head = std::as_bytes(std::span(&entry, 1));
+  newest_.insert(newest_.end(), head.begin(), head.end());
+  newest_.insert(newest_.end(), entry.input.begin(), entry.input.end());
 }
 
 // What can't be written is tried again with the next entry.

@@ -21,7 +21,12 @@ class FileBytes {
   int Peek() {
     return next_ < held_.size() || Fill() ? static_cast<unsigned char>(held_[next_]) : kEnd;
   }
-  void Skip() { ++next_; }
+  void Skip(size_t count = 1) { next_ += count; }
+
+  // The next bytes, as many as are at hand; none at the end. Throws std::runtime_error.
+  std::span<const char> AtHand() {
+    return Peek() == kEnd ? std::span<const char>() : held_.subspan(next_);
+  }
 
   // The offset of the next byte.
   uint64_t position() const { return start_ + next_; }

@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+
 namespace vdrsim {
 
 namespace {
@@ -11,10 +14,13 @@ constexpr size_t kLongestText = 256;
 
 constexpr int kDeepest = 32;
 
-bool IsHexDigit(int character) {
-  return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'f') ||
-         (character >= 'A' && character <= 'F');
-}
+constexpr auto kIsHexDigit = [] {
+  std::array<bool, 256> are{};
+  for (const char digit : std::string_view("0123456789abcdefABCDEF")) {
+    are[static_cast<unsigned char>(digit)] = true;
+  }
+  return are;
+}();
 
 bool IsOfWord(int character) {
   return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'z') ||
@@ -98,10 +104,19 @@ uint64_t JsonReader::Number(uint64_t most) {
   return number;
 }
 
+template <typename Is>
+void JsonReader::SkipWhile(Is is) {
+  for (auto bytes = file_.AtHand(); !bytes.empty(); bytes = file_.AtHand()) {
+    const auto other = std::ranges::find_if_not(bytes, is);
+    file_.Skip(static_cast<size_t>(other - bytes.begin()));
+    if (other != bytes.end()) return;
+  }
+}
+
 HexPlace JsonReader::Hex() {
   Expect('"');
   const uint64_t offset = file_.position();
-  while (IsHexDigit(file_.Peek())) file_.Skip();
+  SkipWhile([](char digit) { return kIsHexDigit[static_cast<unsigned char>(digit)]; });
   const uint64_t digits = file_.position() - offset;
   if (Character() != '"') Fail("something else than hexadecimal digits");
   if (digits % 2 != 0) Fail("a hexadecimal digit is missing");
@@ -118,7 +133,7 @@ void JsonReader::SkipText() {
 
 void JsonReader::SkipWord() {
   if (!IsOfWord(Next())) Fail("a value is missing");
-  while (IsOfWord(file_.Peek())) file_.Skip();
+  SkipWhile(IsOfWord);
 }
 
 void JsonReader::Skip(int depth) {

@@ -64,6 +64,8 @@ class JsonReader {
   bool Accept(char character);
   void Expect(char character);
   char Character();
+  template <typename Is>
+  void SkipWhile(Is is);
   void SkipText();
   void SkipWord();
 
