@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <functional>
 #include <new>
+#include <span>
 #include <stdexcept>
 #include <string_view>
 
@@ -68,8 +69,9 @@ Answer MatchingReplay::Find(const Call& call) {
 }
 
 const Recorded* MatchingReplay::Take(const Call& call) {
-  const auto found =
-      std::ranges::equal_range(places_, Hash(call.code, call.node, call.input), {}, &Place::hash);
+  const uint64_t hash = Hash(call.code, call.node, call.input);
+  const std::span<Place> found(std::ranges::lower_bound(places_, hash, {}, &Place::hash),
+                               std::ranges::upper_bound(places_, hash, {}, &Place::hash));
   if (found.empty()) return nullptr;
   Place& first = found.front();
   const auto turn = std::min<size_t>(first.answered, found.size() - 1);
