@@ -171,6 +171,8 @@ void QueuedLog::Fail(int error) noexcept {
                                   (error == ECANCELED ? "nobody reads it" : std::strerror(error)) +
                                   "; the rest of the run is missing there");
   }
+  // Nobody is between looking and waiting when this is told.
+  const std::lock_guard lock(mutex_);
   progress_.notify_all();
 }
 
