@@ -77,6 +77,31 @@ class Replay(unittest.TestCase):
             self.assertEqual(len(line.get("output", "")), 2 * line["produced"])
         self.assertEqual(lines[-1]["end"], len(lines) - 2)
 
+    def test_what_was_answered_is_in_the_file_when_vdrsim_is_killed(self):
+        with subprocess.Popen(
+                [VDRSIM, "record", "--simulated", self.file, "--", "sh", "-c",
+                 'i=0; while "$0" log-level set $i 2>&-; do echo $i; i=$((i+1)); done', VDRCTL],
+                stdout=subprocess.PIPE, text=True) as process:
+            while process.stdout.readline() != "20\n":
+                pass
+            process.kill()
+            answered = int((["20"] + process.stdout.read().splitlines())[-1])
+        lines = self.file.read_text().splitlines()[1:]
+        values = [json.loads(line)["request"]["value"] for line in lines]
+        self.assertEqual(values, list(range(len(values))))
+        self.assertGreater(len(values), answered)
+
+    def test_a_file_that_can_grow_no_more_is_told_and_the_run_goes_on(self):
+        done = subprocess.run(
+            ["sh", "-c", 'ulimit -f 4; exec "$@"', "sh", VDRSIM, "record", "--simulated", self.file,
+             "--", "sh", "-c", SCRIPT + "exit 7", VDRCTL],
+            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        self.assertEqual(done.returncode, 2)
+        self.assertIn('{"level":4}', done.stdout)
+        self.assertEqual(done.stderr.count(f"vdrsim: {self.file}: File too large; the recording is "
+                                           "incomplete\n"), 1)
+        self.assertEqual(self.replay("echo started").returncode, 2)
+
     def test_the_whole_run_need_not_be_the_same(self):
         self.record()
         replayed = self.replay('"$0" --json log-level get; "$0" --json log-level get; '

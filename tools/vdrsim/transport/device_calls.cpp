@@ -58,6 +58,7 @@ int Exchange(HeldUpCall& call, Node node, uint32_t code, uint64_t address, Execu
                                     .input = input,
                                     .capacity = envelope.capacity(),
                                     .destination = envelope});
+  // A device may have written before it failed, and leaves a length of its own then.
   if (answer.error != 0 && !answer.claimed) return answer.error;
   const int failure = envelope.Deliver(answer);
   return answer.error != 0 ? answer.error : failure;
