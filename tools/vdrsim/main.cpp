@@ -44,6 +44,8 @@ Action Parse(int argc, char** argv) {
   vdrsim::AddRun(app, action);
   vdrsim::AddRecord(app, action);
   vdrsim::AddReplay(app, action);
+  vdrsim::AddScenario(app, action);
+  vdrsim::AddSchema(app, action);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp&) {

@@ -15,5 +15,7 @@ inline constexpr int kUnusable = 2;
 void AddRun(CLI::App& app, Action& action);
 void AddRecord(CLI::App& app, Action& action);
 void AddReplay(CLI::App& app, Action& action);
+void AddScenario(CLI::App& app, Action& action);
+void AddSchema(CLI::App& app, Action& action);
 
 }  // namespace vdrsim

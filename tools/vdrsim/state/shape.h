@@ -50,7 +50,8 @@ struct Member {
   bool isRequired = false;
 };
 
-// A value with members, an object of the document.
+// A value with members, an object of the document. The name of a key goes before that of the value
+// that it has in an array.
 struct Struct {
   const char* name;
   std::span<const Member> members;

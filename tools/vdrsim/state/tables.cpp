@@ -113,9 +113,9 @@ constexpr Struct kNeighbour{"Neighbour", kNeighbourMembers};
 constexpr Struct kProxy{"Proxy", {}};
 
 constexpr Member kIpv4KeyMembers[] = {Itself<From<"SetArp", "ip">, forms::LongIpv4>("address")};
-constexpr Struct kIpv4Key{"Ipv4Key", kIpv4KeyMembers};
+constexpr Struct kIpv4Key{"Ipv4", kIpv4KeyMembers};
 constexpr Member kIpv6KeyMembers[] = {Itself<From<"SetArpv6", "ipPart1">, forms::Ipv6>("address")};
-constexpr Struct kIpv6Key{"Ipv6Key", kIpv6KeyMembers};
+constexpr Struct kIpv6Key{"Ipv6", kIpv6KeyMembers};
 constexpr Collection kArps = Array<Neighbours, kMostNeighbours>(&kNeighbour, &kIpv4Key);
 constexpr Collection kProxyArps = Array<Neighbours, kMostNeighbours>(&kProxy, &kIpv4Key);
 constexpr Collection kIpv6Neighbours = Array<Neighbours, kMostNeighbours>(&kNeighbour, &kIpv6Key);
@@ -132,7 +132,7 @@ constexpr Member kLifPolicyKeyMembers[] = {
     KeyPart<&LifPolicyKey::ifName, FromLifPolicy<"ifName">>("ifName"),
 };
 static_assert(Covers<LifPolicyKey>(kLifPolicyKeyMembers) && Covers<LifPolicy>({}));
-constexpr Struct kLifPolicyKey{"LifPolicyKey", kLifPolicyKeyMembers};
+constexpr Struct kLifPolicyKey{"", kLifPolicyKeyMembers};
 constexpr Struct kLifPolicy{"LifPolicy", {}};
 constexpr Collection kLifPolicies =
     Array<LifPolicies, kMostLifPolicies>(&kLifPolicy, &kLifPolicyKey);
@@ -213,7 +213,7 @@ constexpr Member kRouteKeyMembers[] = {
     KeyPart<&RouteKey::interface, FromRoute<"ifName">>("interface"),
 };
 static_assert(Covers<RouteKey>(kRouteKeyMembers));
-constexpr Struct kRouteKey{"RouteKey", kRouteKeyMembers};
+constexpr Struct kRouteKey{"", kRouteKeyMembers};
 constexpr Member kRouteMembers[] = {Set<&Route::flags, FromRoute<"routeFlags">>("flags")};
 static_assert(Covers<Route>(kRouteMembers));
 constexpr Struct kRoute{"Route", kRouteMembers};
@@ -229,7 +229,7 @@ constexpr Member kIpv6RouteKeyMembers[] = {
     KeyPart<&Ipv6RouteKey::interface, FromRoute<"ifName">>("interface"),
 };
 static_assert(Covers<Ipv6RouteKey>(kIpv6RouteKeyMembers) && Covers<Ipv6Route>({}));
-constexpr Struct kIpv6RouteKey{"Ipv6RouteKey", kIpv6RouteKeyMembers};
+constexpr Struct kIpv6RouteKey{"", kIpv6RouteKeyMembers};
 constexpr Struct kIpv6Route{"Ipv6Route", {}};
 constexpr Collection kIpv6Routes =
     Array<Table<Ipv6RouteKey, Ipv6Route>, kMostIpv6Routes>(&kIpv6Route, &kIpv6RouteKey);
@@ -237,7 +237,7 @@ constexpr Collection kIpv6Routes =
 constexpr Member kBridgeKeyMembers[] = {
     Itself<From<"BridgeAdd", "value">, forms::Numbers<uint32_t>>("value"),
 };
-constexpr Struct kBridgeKey{"BridgeKey", kBridgeKeyMembers};
+constexpr Struct kBridgeKey{"", kBridgeKeyMembers};
 constexpr Member kBridgeMembers[] = {
     Has<&Bridge::isEnabled>("isEnabled", &kScalar<forms::Truth>, "`VDRZAX_BridgeEnable`"),
     kCounters<&Bridge::counters>,
@@ -253,9 +253,9 @@ constexpr Member kFdbTableNameMembers[] = {
     KeyPart<&FdbTableName::selector, FromFdb<"selector">>("selector"),
 };
 static_assert(Covers<FdbTableName>(kFdbTableNameMembers));
-constexpr Struct kFdbTableName{"FdbTableName", kFdbTableNameMembers};
+constexpr Struct kFdbTableName{"", kFdbTableNameMembers};
 constexpr Member kFdbKeyMembers[] = {Itself<FromFdb<"macText">, forms::Mac>("mac")};
-constexpr Struct kFdbKey{"FdbKey", kFdbKeyMembers};
+constexpr Struct kFdbKey{"", kFdbKeyMembers};
 constexpr Member kFdbEntryMembers[] = {
     Set<&FdbEntry::value, FromFdb<"value">>("value"),
     Set<&FdbEntry::flag, FromFdb<"flag">>("flag"),
@@ -301,7 +301,7 @@ using FromReceiver = From<"AddMRoutingRemoteRcvrs", Argument>;
 constexpr Member kRemoteKeyMembers[] = {
     Itself<FromReceiver<"b">, forms::Numbers<uint32_t>>("b"),
 };
-constexpr Struct kRemoteKey{"RemoteKey", kRemoteKeyMembers};
+constexpr Struct kRemoteKey{"", kRemoteKeyMembers};
 constexpr Member kRemoteReceiverMembers[] = {
     Set<&RemoteReceiver::c, FromReceiver<"c">>("c"),
     Set<&RemoteReceiver::d, FromReceiver<"d">>("d"),
@@ -313,7 +313,7 @@ constexpr Collection kRemoteReceivers =
     Array<Table<uint32_t, RemoteReceiver>, kMostRemoteReceivers>(&kRemoteReceiver, &kRemoteKey);
 
 constexpr Member kGroupKeyMembers[] = {Itself<FromReceiver<"a">, Ipv4Word>("group")};
-constexpr Struct kGroupKey{"GroupKey", kGroupKeyMembers};
+constexpr Struct kGroupKey{"", kGroupKeyMembers};
 constexpr Member kMcastGroupMembers[] = {
     Has<&McastGroup::localReceivers>("localReceivers", &kLocalReceivers),
     Has<&McastGroup::remoteReceivers>("remoteReceivers", &kRemoteReceivers),
@@ -389,7 +389,7 @@ constexpr Member kPolicyArgsMembers[] = {
     KeyPart<&PolicyArgs::arg2, FromPolicy<"policyArg2">>("arg2"),
 };
 static_assert(Covers<PolicyArgs>(kPolicyArgsMembers));
-constexpr Struct kPolicyArgs{"PolicyArgs", kPolicyArgsMembers};
+constexpr Struct kPolicyArgs{"", kPolicyArgsMembers};
 constexpr Member kPolicyMembers[] = {Set<&Policy::arg3, FromPolicy<"policyArg3">>("arg3")};
 static_assert(Covers<Policy>(kPolicyMembers));
 constexpr Struct kPolicy{"Policy", kPolicyMembers};
@@ -397,7 +397,7 @@ constexpr Collection kPoliciesOfKey = Array<Policies, kMostPolicies>(&kPolicy, &
 constexpr Member kPolicyKeyMembers[] = {
     Itself<FromPolicy<"policyKey">, forms::Numbers<uint32_t>>("key"),
 };
-constexpr Struct kPolicyKey{"PolicyKey", kPolicyKeyMembers};
+constexpr Struct kPolicyKey{"", kPolicyKeyMembers};
 constexpr Member kPolicyListMembers[] = {Elements("policies", kPoliciesOfKey)};
 constexpr Struct kPolicyList{"PolicyList", kPolicyListMembers};
 constexpr Collection kPolicies =
@@ -406,7 +406,7 @@ constexpr Collection kPolicies =
 constexpr Member kTableKeyMembers[] = {
     Itself<From<"SetPolicyTable", "policyKey">, forms::Numbers<uint32_t>>("key"),
 };
-constexpr Struct kTableKey{"TableKey", kTableKeyMembers};
+constexpr Struct kTableKey{"", kTableKeyMembers};
 constexpr Member kPolicyTableMembers[] = {
     Set<&PolicyTable::name, From<"SetPolicyTable", "tableName">>("name"),
 };
@@ -418,7 +418,7 @@ constexpr Collection kPolicyTables =
 template <Name Argument>
 using FromE2i = From<"AddE2I", Argument>;
 constexpr Member kE2iKeyMembers[] = {Itself<FromE2i<"key">, forms::Numbers<uint32_t>>("key")};
-constexpr Struct kE2iKey{"E2iKey", kE2iKeyMembers};
+constexpr Struct kE2iKey{"", kE2iKeyMembers};
 constexpr Member kE2iMembers[] = {
     Set<&E2i::value2, FromE2i<"value2">>("value2"),
     Set<&E2i::mac, FromE2i<"mac">>("mac"),
@@ -430,7 +430,7 @@ constexpr Struct kE2i{"E2i", kE2iMembers};
 constexpr Collection kE2iEntries = Array<Table<uint32_t, E2i>, kMostE2i>(&kE2i, &kE2iKey);
 
 constexpr Member kPhysicalMacKeyMembers[] = {Itself<From<"AddPmac", "mac">, forms::Mac>("mac")};
-constexpr Struct kPhysicalMacKey{"PhysicalMacKey", kPhysicalMacKeyMembers};
+constexpr Struct kPhysicalMacKey{"", kPhysicalMacKeyMembers};
 constexpr Member kPhysicalMacMembers[] = {
     Set<&PhysicalMac::value, From<"AddPmac", "value">>("value"),
 };
@@ -463,7 +463,7 @@ template <Name Argument>
 using FromPublic = From<"AddVMPublicIP", Argument>;
 constexpr Collection kPublicItems = Array<std::set<uint32_t>, kMostPublicItems>(&kScalar<Ipv4Word>);
 constexpr Member kPublicKeyMembers[] = {Itself<FromPublic<"a">, Ipv4Word>("address")};
-constexpr Struct kPublicKey{"PublicKey", kPublicKeyMembers};
+constexpr Struct kPublicKey{"", kPublicKeyMembers};
 constexpr Member kPublicAddressMembers[] = {
     Set<&PublicAddress::c, FromPublic<"c">>("c"),
     Set<&PublicAddress::d, FromPublic<"d">>("d"),
