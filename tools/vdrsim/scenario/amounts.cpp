@@ -76,13 +76,13 @@ void Refuse(size_t wanted, size_t most, std::string_view what) {
 // long as there is one of them.
 void AddWhatOthersNeed(Amounts& amounts) {
   const auto atLeastOne = [](uint32_t& amount) { amount = std::max(amount, 1U); };
+  for (const ObjectKind& kind : std::views::reverse(kKinds)) {
+    if (kind.parent && amounts.*kind.amount > 0) atLeastOne(amounts.*kind.parent);
+  }
   if (amounts.fdbTables > 0) atLeastOne(amounts.bridges);
   if (amounts.groups > 0 && amounts.remoteReceivers == 0) atLeastOne(amounts.localReceivers);
   if (amounts.publicAddresses > 0) atLeastOne(amounts.publicItems);
   if (amounts.policyKeys > 0) atLeastOne(amounts.policies);
-  for (const ObjectKind& kind : std::views::reverse(kKinds)) {
-    if (kind.parent && amounts.*kind.amount > 0) atLeastOne(amounts.*kind.parent);
-  }
 }
 
 }  // namespace
