@@ -88,6 +88,9 @@ TEST(WrongState, IsToldByItsPath) {
        "/physicalMacs: an address of zeros names none"},
       {R"("publicAddresses": [{"address": "1.1.1.1"}])",
        "/publicAddresses: an address without items is none"},
+      {R"("instances": {"a": {"lifs": {"l": {"addresses": [{"address": "1.1.1.1"},
+          {"address": "1.1.1.1", "mask": "255.0.0.0"}]}}}})",
+       "/instances/a/lifs/l/addresses: an address is there twice"},
       {R"("instances": {"a": {"multicast": {"groups": [{"group": "1.1.1.1"}]}}})",
        "/instances/a/multicast/groups: a group without receivers is none"},
   };

@@ -5,6 +5,7 @@
 #include "datapath/datapath.h"
 #include "documents.h"
 #include "full_state.h"
+#include "in_process.h"
 #include "state/state_writer.h"
 
 namespace {
@@ -12,6 +13,8 @@ namespace {
 using documents::Load;
 using documents::Save;
 using documents::With;
+using in_process::Block;
+using in_process::Execute;
 
 TEST(StateDocument, HoldsEveryMemberOfEveryStructure) {
   const vdrsim::State full = MakeFullState();
@@ -89,6 +92,24 @@ TEST(StateDocument, HoldsAllBytesOfARelayServer) {
       return 0;
     });
   });
+  EXPECT_TRUE(Load(Save(state)) == state);
+}
+
+// A caller without the library can leave out terminators.
+TEST(StateDocument, HoldsTextsThatFillTheirFields) {
+  vdrsim::Datapath datapath;
+  const std::string text(256, 'x');
+  ASSERT_EQ(Execute(datapath, 2, Block("edge-1")).error, 0);
+  ASSERT_EQ(
+      Execute(datapath, 19, Block("edge-1").Text(256, text.substr(0, 64)).Text(384, "lif-1")).error,
+      0);
+  ASSERT_EQ(Execute(datapath, 15,
+                    wire::Wire(968).Text(256, "c").Text(320, text.substr(0, 16)).Text(386, text))
+                .error,
+            0);
+  const vdrsim::State state = datapath.state();
+  EXPECT_EQ(state.instances.Find("edge-1")->lifs.Find("lif-1")->auxName.size(), 64U);
+  EXPECT_EQ(state.connections.Find("c")->sixth.size(), 256U);
   EXPECT_TRUE(Load(Save(state)) == state);
 }
 

@@ -91,9 +91,9 @@ struct From {
     return *std::ranges::find(fields, Argument.view(), &requests::Field::name);
   }();
   static_assert(kField.name == Argument.view());
-  // A terminator ends it, unless it may fill all of its field.
-  static constexpr size_t kRoom =
-      kField.width - (kField.kind == requests::Field::Kind::Text ? 1 : 0);
+  // A caller without the library can leave out the terminator, but not that of a name.
+  static constexpr size_t kRoom = kField.width;
+  static constexpr size_t kNameRoom = kField.width - 1;
   static constexpr std::string_view kFunction = Function.text;
   static constexpr std::string_view kArgument = Argument.text;
 };
@@ -233,7 +233,7 @@ constexpr Collection Make(Shape element, const Scalar* name, const Struct* key) 
 // Elements by their names, which the argument of a function gives.
 template <typename Held, typename Source, size_t Most>
 constexpr Collection ByName(Shape element) {
-  return Make<Held, Most>(element, &forms::kScalar<forms::ObjectName<Source::kRoom>>, nullptr);
+  return Make<Held, Most>(element, &forms::kScalar<forms::ObjectName<Source::kNameRoom>>, nullptr);
 }
 
 // Elements one after another, each of which begins with its key, if it has one.

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <set>
 #include <utility>
 
 #include "common/escapes.h"
@@ -54,6 +56,18 @@ void JudgeNeighbours(const std::string& name, const Instance& instance) {
         [](const Lif& lif) { return lif.ipv6Neighbours.size() + lif.ipv6Proxies.size(); });
 }
 
+// An address is known by itself.
+void JudgeAddresses(const std::string& name, const Instance& instance) {
+  for (const auto& [lifName, lif] : instance.lifs) {
+    std::set<std::array<uint32_t, 5>> known;
+    for (const auto& [family, address, mask, prefixLength] : lif.addresses) {
+      if (known.insert({family, address[0], address[1], address[2], address[3]}).second) continue;
+      throw Unfit(fmt::format("/instances/{}/lifs/{}/addresses: an address is there twice",
+                              tools::Printable(name), tools::Printable(lifName)));
+    }
+  }
+}
+
 void JudgeGroups(const std::string& name, const Instance& instance) {
   const auto& groups = instance.multicast.groups;
   const bool isAnyEmpty = std::any_of(groups.begin(), groups.end(),
@@ -80,6 +94,7 @@ void Complete(State& state) {
   JudgeLists(state);
   for (const auto& [name, instance] : state.instances) {
     JudgeNeighbours(name, instance);
+    JudgeAddresses(name, instance);
     JudgeGroups(name, instance);
   }
   if (std::as_const(state).physicalMacs.Find(MacAddress{})) {

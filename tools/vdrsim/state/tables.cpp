@@ -225,8 +225,7 @@ constexpr Member kIpv6RouteKeyMembers[] = {
     KeyPart<&Ipv6RouteKey::destination, FromIpv6Route<"destPart1">, forms::Ipv6>("destination"),
     KeyPart<&Ipv6RouteKey::prefixLength, FromIpv6Route<"prefixLength">>("prefixLength"),
     KeyPart<&Ipv6RouteKey::gateway, FromIpv6Route<"gatewayPart1">, forms::Ipv6>("gateway"),
-    // A name without terminator is refused, so there is one character less than the field has.
-    KeyPart<&Ipv6RouteKey::interface, FromRoute<"ifName">>("interface"),
+    KeyPart<&Ipv6RouteKey::interface, FromIpv6Route<"ifName">>("interface"),
 };
 static_assert(Covers<Ipv6RouteKey>(kIpv6RouteKeyMembers) && Covers<Ipv6Route>({}));
 constexpr Struct kIpv6RouteKey{"", kIpv6RouteKeyMembers};
@@ -293,7 +292,7 @@ static_assert(Covers<LocalReceiver>({}));
 constexpr Struct kLocalReceiver{"LocalReceiver", {}};
 // None is a name as well.
 constexpr Collection kLocalReceivers = Make<Table<std::string, LocalReceiver>, kMostLocalReceivers>(
-    &kLocalReceiver, &kScalar<forms::Text<From<"AddMRoutingLocalRcvrs", "rcvrName">::kRoom>>,
+    &kLocalReceiver, &kScalar<forms::Text<From<"AddMRoutingLocalRcvrs", "rcvrName">::kNameRoom>>,
     nullptr);
 
 template <Name Argument>
