@@ -9,6 +9,8 @@
 #include "reader.h"
 #include "requests/requests.h"
 #include "require.h"
+#include "state/state_reader.h"
+#include "state/state_writer.h"
 
 // An input is a row of commands for the datapath, given to it in process.
 
@@ -107,6 +109,16 @@ void Check(vdrsim::Datapath& datapath, uint32_t code, const Bytes& input, uint32
           "the reply of a change has one length");
 }
 
+// Whatever commands made can be saved and loaded.
+void CheckThatItCanBeKept(const vdrsim::State& state) try {
+  std::string saved;
+  vdrsim::StateWriter writer(state);
+  for (auto piece = writer.Next(); !piece.empty(); piece = writer.Next()) saved += piece;
+  Require(vdrsim::ReadState(saved, "saved") == state, "what is saved is what is loaded");
+} catch (const vdrsim::StateFailure& failure) {
+  Require(false, failure.what());
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, std::size_t size) {
@@ -122,5 +134,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* input, std::size_t size) {
     const uint32_t capacity = room < 128 ? 0x7fffffff : reader.Take<uint32_t>() % 2048;
     Check(datapath, code, block, capacity, room % 8 != 7);
   }
+  CheckThatItCanBeKept(datapath.state());
   return 0;
 }

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <ranges>
+#include <iterator>
 
 #include "datapath/caps.h"
 
@@ -76,8 +76,8 @@ void Refuse(size_t wanted, size_t most, std::string_view what) {
 // long as there is one of them.
 void AddWhatOthersNeed(Amounts& amounts) {
   const auto atLeastOne = [](uint32_t& amount) { amount = std::max(amount, 1U); };
-  for (const ObjectKind& kind : std::views::reverse(kKinds)) {
-    if (kind.parent && amounts.*kind.amount > 0) atLeastOne(amounts.*kind.parent);
+  for (auto kind = std::rbegin(kKinds); kind != std::rend(kKinds); ++kind) {
+    if (kind->parent && amounts.*kind->amount > 0) atLeastOne(amounts.*kind->parent);
   }
   if (amounts.fdbTables > 0) atLeastOne(amounts.bridges);
   if (amounts.groups > 0 && amounts.remoteReceivers == 0) atLeastOne(amounts.localReceivers);

@@ -1,9 +1,11 @@
 #include "scenario/scenario.h"
 
+#include <endian.h>
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <string>
 
 #include "datapath/caps.h"
@@ -28,7 +30,8 @@ IpAddress Ipv6At(uint32_t net, uint32_t number) {
   IpAddress address{std::byte{0x20}, std::byte{0x01}, std::byte{0x0d}, std::byte{0xb8}};
   address[4] = ByteOf(net, 8);
   address[5] = ByteOf(net, 0);
-  for (int index = 0; index < 4; ++index) address[15 - index] = ByteOf(number, 8 * index);
+  const Ipv4 last = std::bit_cast<Ipv4>(htobe32(number));
+  std::ranges::copy(last, address.end() - 4);
   return address;
 }
 

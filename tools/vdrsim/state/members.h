@@ -80,50 +80,58 @@ void* Make(void* owner) {
   }
 }
 
-// A member that is set by an argument of a function, which tells how long a text can be. The
-// function has one code, or that one which is named.
-template <requests::Name Function, requests::Name Argument,
-          uint32_t Code = std::numeric_limits<uint32_t>::max()>
-struct From {
-  static constexpr const requests::Field& kField = []() -> const requests::Field& {
-    constexpr size_t kIndex = requests::IndexOf(Function, Code);
-    const auto fields = requests::kRequests[kIndex]->fields();
-    return *std::ranges::find(fields, Argument.view(), &requests::Field::name);
-  }();
-  static_assert(kField.name == Argument.view());
+// An argument of a function, which sets a member and tells how long a text can be.
+constexpr requests::Field ArgumentOf(size_t index, requests::Name name) {
+  for (const requests::Field& field : requests::kRequests[index]->fields()) {
+    if (field.name == name.view()) return field;
+  }
+  throw "the request has no field of this name";
+}
+
+template <size_t Index, requests::Name Function, requests::Name Argument>
+struct Source {
+  static constexpr requests::Name kFunctionName = Function;
+  static constexpr requests::Name kArgumentName = Argument;
+  static constexpr requests::Field kField = ArgumentOf(Index, Argument);
   // A caller without the library can leave out the terminator, but not that of a name.
   static constexpr size_t kRoom = kField.width;
   static constexpr size_t kNameRoom = kField.width - 1;
-  static constexpr std::string_view kFunction = Function.text;
-  static constexpr std::string_view kArgument = Argument.text;
+  static constexpr std::string_view kFunction = kFunctionName.text;
+  static constexpr std::string_view kArgument = kArgumentName.text;
 };
 
-template <auto Pointer, typename Source>
-using UsualForm =
-    forms::Usual<typename Optional<typename Pointed<Pointer>::Value>::Content, Source::kRoom>::Form;
+// The function has one code, or that one which is named.
+template <requests::Name Function, requests::Name Argument,
+          uint32_t Code = std::numeric_limits<uint32_t>::max()>
+using From = Source<requests::IndexOf(Function, Code), Function, Argument>;
 
-template <auto Pointer, typename Source, typename Form = UsualForm<Pointer, Source>>
+template <auto Pointer, typename Argument>
+using UsualForm =
+    typename forms::Usual<typename Optional<typename Pointed<Pointer>::Value>::Content,
+                          Argument::kRoom>::Form;
+
+template <auto Pointer, typename Argument, typename Form = UsualForm<Pointer, Argument>>
 constexpr Member Set(const char* name) {
   return {name,          &forms::kScalar<Form>, Find<Pointer>,
-          Make<Pointer>, Source::kFunction,     Source::kArgument};
+          Make<Pointer>, Argument::kFunction,   Argument::kArgument};
 }
 
 // A part of a key, which is written even when it is zero.
-template <auto Pointer, typename Source, typename Form = UsualForm<Pointer, Source>>
+template <auto Pointer, typename Argument, typename Form = UsualForm<Pointer, Argument>>
 constexpr Member KeyPart(const char* name) {
   return {name,          &forms::kScalar<Form>, FindAlways<Pointer>,
-          Make<Pointer>, Source::kFunction,     Source::kArgument};
+          Make<Pointer>, Argument::kFunction,   Argument::kArgument};
 }
 
 // The owner itself, where a key or an element of an array has no members.
-template <typename Source, typename Form>
+template <typename Argument, typename Form>
 constexpr Member Itself(const char* name) {
   return {name,
           &forms::kScalar<Form>,
           [](const void* owner) { return owner; },
           [](void* owner) { return owner; },
-          Source::kFunction,
-          Source::kArgument,
+          Argument::kFunction,
+          Argument::kArgument,
           true};
 }
 
@@ -231,9 +239,10 @@ constexpr Collection Make(Shape element, const Scalar* name, const Struct* key) 
 }
 
 // Elements by their names, which the argument of a function gives.
-template <typename Held, typename Source, size_t Most>
+template <typename Held, typename Argument, size_t Most>
 constexpr Collection ByName(Shape element) {
-  return Make<Held, Most>(element, &forms::kScalar<forms::ObjectName<Source::kNameRoom>>, nullptr);
+  return Make<Held, Most>(element, &forms::kScalar<forms::ObjectName<Argument::kNameRoom>>,
+                          nullptr);
 }
 
 // Elements one after another, each of which begins with its key, if it has one.
