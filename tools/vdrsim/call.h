@@ -17,7 +17,8 @@ namespace vdrsim {
 // Which of the two device nodes a command came through.
 enum class Node : uint8_t { Normal, Upgrade };
 
-// What vdrsim's own subcommands say to the run that they are started in. No command has this code.
+// The code of what `vdrsim ctl` says to the run that it is started in; no command has it. It alone
+// takes inputs of any length.
 inline constexpr uint32_t kControlCode = 255;
 
 // Where the reply to a command goes: a caller that waits for it.

@@ -46,6 +46,7 @@ Action Parse(int argc, char** argv) {
   vdrsim::AddReplay(app, action);
   vdrsim::AddScenario(app, action);
   vdrsim::AddSchema(app, action);
+  vdrsim::AddCtl(app, action);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp&) {

@@ -3,6 +3,7 @@
 #include "commands/fault_options.h"
 #include "commands/journal_options.h"
 #include "commands/run_command.h"
+#include "commands/run_control.h"
 #include "commands/state_options.h"
 #include "commands/subcommands.h"
 #include "datapath/datapath.h"
@@ -23,7 +24,9 @@ int Run(const Options& options) {
   const AtEnd save = Prepare(options.state, datapath);
   RunFaults faults(options.faults, datapath);
   Journal journal(faults.link(), OpenLogs(options.journal));
-  RunCommand(options.run, journal, [&]() -> std::optional<int> {
+  Control control(journal);
+  ControlFaults(control, faults);
+  RunCommand(options.run, control, [&]() -> std::optional<int> {
     // All are done, whatever the others say.
     const bool isWritten = journal.Finish();
     const auto saved = save();

@@ -17,5 +17,6 @@ void AddRecord(CLI::App& app, Action& action);
 void AddReplay(CLI::App& app, Action& action);
 void AddScenario(CLI::App& app, Action& action);
 void AddSchema(CLI::App& app, Action& action);
+void AddCtl(CLI::App& app, Action& action);
 
 }  // namespace vdrsim

@@ -34,7 +34,6 @@ Selection Any() {
 
 Selection OfCode(const RulePart& part, uint64_t code) {
   if (code > kHighestCode) part.Refuse(fmt::format("codes go up to {}", kHighestCode));
-  if (code == kControlCode) part.Refuse(fmt::format("code {} is that of vdrsim ctl", code));
   Selection selection = Where([code](const Request& request) { return request.code == code; });
   selection.codes[code] = kMeanings[code].plain == Meanings::kNone;
   return selection;
