@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,70 @@ TEST(Ctl, IsOfNoUseOutsideARun) {
   const Result result = Execute({kVdrsim, "ctl", "fault", "list"});
   EXPECT_EQ(result.exitStatus, 3);
   EXPECT_EQ(result.output, "vdrsim: this is not in a run: start one by vdrsim run -- COMMAND\n");
+}
+
+TEST(Ctl, PutsOneStateInThePlaceOfAnother) {
+  ExpectSuccess(SupervisedLine("file=$(mktemp)\n"
+                               "$CLIENT set edge-1 1 && vdrsim ctl state save $file\n"
+                               "$CLIENT set edge-1 2 && $CLIENT set edge-2 2 && $CLIENT list\n"
+                               "vdrsim ctl state load $file\n"
+                               "vdrsim ctl state show | cmp - $file && $CLIENT list\n"
+                               "$CLIENT delete edge-1 && vdrsim ctl state load - <$file\n"
+                               "$CLIENT list; rm $file"),
+                "edge-1 2\nedge-2 2\nedge-1 1\nedge-1 1\n");
+}
+
+TEST(Ctl, AStateThatIsWrongChangesNothing) {
+  const Result result = SupervisedLine(
+      "$CLIENT set edge-1 1\n"
+      "echo '{\"version\": 1, \"instances\": 7}' | vdrsim ctl state load -\n"
+      "echo $?\n"
+      "vdrsim ctl state load /nonexistent; echo $?\n"
+      "vdrsim ctl state save /nonexistent/file; echo $?\n"
+      "vdrsim ctl state load /; echo $?\n"
+      "$CLIENT list");
+  ExpectSuccess(result,
+                "vdrsim: standard input: /version: there is no such member\n1\n"
+                "vdrsim: /nonexistent: No such file or directory\n1\n"
+                "vdrsim: /nonexistent/file: No such file or directory\n1\n"
+                "vdrsim: /: Is a directory\n1\n"
+                "edge-1 1\n");
+}
+
+TEST(Ctl, MarksTheJournal) {
+  const Result result = Execute({kVdrsim, "run", "--journal", "/dev/stderr", "--", "sh", "-c",
+                                 "$CLIENT level; vdrsim ctl journal mark 'second step'; "
+                                 "$CLIENT level 1"});
+  EXPECT_EQ(result.exitStatus, 0);
+  const size_t mark = result.output.find("second step");
+  ASSERT_NE(mark, std::string::npos) << result.output;
+  EXPECT_LT(result.output.find("GetLogLevel"), mark);
+  EXPECT_GT(result.output.find("SetLogLevel"), mark);
+  EXPECT_EQ(result.output.find("255"), std::string::npos) << "it is no command itself";
+}
+
+TEST(Ctl, SaysThatThereIsNoJournal) {
+  const Result result = SupervisedLine("vdrsim ctl journal mark text");
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(result.output,
+            "vdrsim: this run keeps no journal: start it with --journal FILE or --trace\n");
+}
+
+TEST(Shell, IsTheOneOfTheEnvironmentWithTheToolsOnItsPath) {
+  setenv("SHELL", "/bin/sh", 1);
+  Program shell({kVdrsim, "run", "--shell"});
+  shell.Type("command -v vdrsim; vdrctl --version >/dev/null && echo found; exit 5\n");
+  const Result result = shell.Finish();
+  EXPECT_EQ(result.exitStatus, 5);
+  EXPECT_EQ(result.output,
+            "vdrsim: /bin/sh in a run: the datapath is simulated until you leave it by exit or "
+            "Ctrl-D\n" +
+                kVdrsim + "\nfound\n");
+}
+
+TEST(Shell, StandsForACommand) {
+  EXPECT_EQ(Execute({kVdrsim, "run", "--shell", "--", "true"}).exitStatus, 2);
+  EXPECT_EQ(Execute({kVdrsim, "run"}).output, "vdrsim: COMMAND is required\nTry 'vdrsim --help'\n");
 }
 
 TEST(Ctl, TakesVerbsThatItKnows) {

@@ -60,7 +60,7 @@ TEST_F(Control, SaysWhatAnActionSays) {
 
 TEST_F(Control, SaysWhyAnActionFailed) {
   EXPECT_EQ(Give(std::string("refuse\0", 7)), "\1no");
-  EXPECT_EQ(Give(std::string("sing\0", 5)), "\1this run knows no 'sing'");
+  EXPECT_EQ(Give(std::string("sing\0", 5)), "\1a run of this kind has no 'sing'");
 }
 
 TEST_F(Control, SaysHowMuchRoomALongTextNeeds) {

@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "commands/run_command.h"
+#include "commands/run_control.h"
 #include "commands/subcommands.h"
 #include "datapath/datapath.h"
 #include "journal/journal.h"
@@ -23,7 +24,9 @@ int Run(const Options& options, Executor& end) {
   Journal::Logs logs;
   logs.push_back(std::make_unique<RecordingLog>(options.file, JournalForm("vdrsim " TOOL_VERSION)));
   Journal journal(end, std::move(logs), Journal::Keeps::Outputs);
-  RunCommand(options.run, journal,
+  Control control(journal);
+  ControlJournal(control, journal);
+  RunCommand(options.run, control,
              [&journal] { return journal.Finish() ? std::nullopt : std::optional(kUnusable); });
 }
 

@@ -2,6 +2,7 @@
 
 #include "commands/run_command.h"
 #include "commands/subcommands.h"
+#include "control/control.h"
 #include "replay/matching_replay.h"
 #include "replay/recording.h"
 #include "replay/strict_replay.h"
@@ -23,11 +24,13 @@ int Replay(const Options& options) {
   const Recording recording(options.file);
   if (options.isStrict) {
     StrictReplay replay(recording);
-    RunCommand(options.run, replay,
+    Control control(replay);
+    RunCommand(options.run, control,
                [&replay] { return replay.Report() ? std::nullopt : std::optional(kDeparted); });
   }
   MatchingReplay replay(recording);
-  RunCommand(options.run, replay, [&replay] {
+  Control control(replay);
+  RunCommand(options.run, control, [&replay] {
     replay.Report();
     return std::nullopt;
   });

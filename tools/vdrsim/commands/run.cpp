@@ -4,6 +4,7 @@
 #include "commands/journal_options.h"
 #include "commands/run_command.h"
 #include "commands/run_control.h"
+#include "commands/shell.h"
 #include "commands/state_options.h"
 #include "commands/subcommands.h"
 #include "datapath/datapath.h"
@@ -17,15 +18,19 @@ struct Options {
   StateOptions state{};
   FaultOptions faults{};
   JournalOptions journal{};
+  bool isShell = false;
 };
 
-int Run(const Options& options) {
+int Run(Options options) {
+  if (options.isShell) ChooseShell(options.run);
   Datapath datapath;
   const AtEnd save = Prepare(options.state, datapath);
   RunFaults faults(options.faults, datapath);
   Journal journal(faults.link(), OpenLogs(options.journal));
   Control control(journal);
   ControlFaults(control, faults);
+  ControlJournal(control, journal);
+  ControlState(control, datapath);
   RunCommand(options.run, control, [&]() -> std::optional<int> {
     // All are done, whatever the others say.
     const bool isWritten = journal.Finish();
@@ -48,7 +53,11 @@ void AddRun(CLI::App& app, Action& action) {
   AddFaultOptions(*run, options->faults);
   AddJournalOptions(*run, options->journal);
   AddRunOptions(*run, options->run);
-  run->callback([&action, options] { action = [options] { return Run(*options); }; });
+  AddShellOption(*run, options->isShell);
+  run->callback([&action, options] {
+    if (!options->isShell && options->run.command.empty()) throw CLI::RequiredError("COMMAND");
+    action = [options] { return Run(*options); };
+  });
 }
 
 }  // namespace vdrsim

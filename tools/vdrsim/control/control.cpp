@@ -77,7 +77,7 @@ Answer Control::Execute(const Call& call) noexcept try {
 std::string Control::Carry(std::string_view word, std::string_view body) {
   const auto action = actions_.find(word);
   if (action == actions_.end()) {
-    return Say(Outcome::Failed, fmt::format("this run knows no '{}'", word));
+    return Say(Outcome::Failed, fmt::format("a run of this kind has no '{}'", word));
   }
   const std::lock_guard lock(mutex_);
   try {

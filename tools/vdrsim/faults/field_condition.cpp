@@ -132,7 +132,8 @@ struct Reading {
 
   void Expect(size_t index, uint16_t offset, std::optional<Bytes> bytes, std::string takes) {
     form = std::move(takes);
-    if (bytes) condition.byRequest.try_emplace(index, offset, std::move(*bytes));
+    if (bytes)
+      condition.byRequest.emplace(index, FieldCondition::Expected{offset, std::move(*bytes)});
   }
 
   void Look(size_t index) {
