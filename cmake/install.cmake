@@ -33,4 +33,12 @@ install(FILES ${PROJECT_BINARY_DIR}/vdrzax.pc DESTINATION ${CMAKE_INSTALL_LIBDIR
 if(VDRZAX_TOOLS)
   set_target_properties(vdrctl PROPERTIES INSTALL_RPATH ${run_path})
   install(TARGETS vdrctl vdrsim RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+
+  # From where the program lies to what it needs, so that an installed tree can be moved.
+  set(memcheck_directory ${CMAKE_INSTALL_FULL_DATADIR}/vdrzax/memcheck)
+  file(RELATIVE_PATH memcheck_files ${CMAKE_INSTALL_FULL_BINDIR} ${memcheck_directory})
+  configure_file(tools/memcheck/vdrzax-memcheck.in ${PROJECT_BINARY_DIR}/vdrzax-memcheck @ONLY)
+  install(PROGRAMS ${PROJECT_BINARY_DIR}/vdrzax-memcheck DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES tools/memcheck/device.c tools/memcheck/memcheck.supp
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/vdrzax/memcheck)
 endif()

@@ -20,14 +20,16 @@ static void* pointer_at(const unsigned char* bytes) {
   return pointer;
 }
 
-// In these programs only the library calls it: what the C library asks of terminals does not come
-// this way. The launcher of valgrind, which this is preloaded into as well, is no such program.
+// The device knows requests of one byte; all others are those of other files. The launcher of valgrind,
+// which this is preloaded into as well, is no program to be looked at.
 int ioctl(int descriptor, unsigned long request, ...) {
   va_list arguments;
   va_start(arguments, request);
   unsigned char* envelope = va_arg(arguments, unsigned char*);
   va_end(arguments);
-  if (!RUNNING_ON_VALGRIND) return (int)syscall(SYS_ioctl, descriptor, request, envelope);
+  if (request > 0xff || !RUNNING_ON_VALGRIND) {
+    return (int)syscall(SYS_ioctl, descriptor, request, envelope);
+  }
   VALGRIND_CHECK_MEM_IS_DEFINED(envelope, 24);
   VALGRIND_CHECK_MEM_IS_DEFINED(pointer_at(envelope + 4), word_at(envelope));
   const uint32_t capacity = word_at(envelope + 12);
