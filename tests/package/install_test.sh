@@ -60,7 +60,7 @@ cmake -G Ninja -S "$examples" -B "$scratch/example" -DCMAKE_PREFIX_PATH="$prefix
 cmake --build "$scratch/example" >"$scratch/build.log" || { cat "$scratch/build.log"; exit 1; }
 expect_runs "$scratch/example/list_instances"
 expect_runs "$scratch/example/list_instances_static"
-expect_agent_runs "$scratch/example/agent"
+expect_agent_runs "$scratch/example/agent_in_cxx"
 
 cc -I"$prefix/include" -o "$scratch/with_archive" "$examples/list_instances.c" "$library/libvdrzax.a"
 expect_runs "$scratch/with_archive"
