@@ -41,10 +41,10 @@ Selection OfCode(const RulePart& part, uint64_t code) {
 
 Selection OfFamily(const RulePart& part) {
   const std::string_view name = part.text.substr(1);
-  for (const auto& [family, members] : kFamilies) {
-    if (family != name) continue;
-    return Where([&members](const Request& request) {
-      return &request >= &members.front() && &request <= &members.back();
+  for (const auto& family : kFamilies) {
+    if (family.name != name) continue;
+    return Where([&family](const Request& request) {
+      return &request >= &family.requests.front() && &request <= &family.requests.back();
     });
   }
   std::vector<std::string_view> names;
