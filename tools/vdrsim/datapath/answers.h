@@ -40,6 +40,7 @@ Answer RecordAnswer(const Show& show, const Object&... object) {
 //   size_t Write(std::span<std::byte> room)   writes the next entry into zeros, and returns its
 //                                             length, or 0 when it does not fit or there is none;
 //                                             does not throw
+// and kWritesAll where they write every byte of an entry, so that it needs no zeros before.
 // They hold snapshots of what they are made from, and are used with nothing locked.
 template <typename Entries>
 class EntryStream final : public Reply::Source {
@@ -58,7 +59,7 @@ class EntryStream final : public Reply::Source {
     size_t filled = 0;
     for (size_t clear = 0; clear < size_;) {
       const size_t step = std::min(kStep, size_ - clear);
-      std::memset(&room[clear], 0, step);
+      if constexpr (!requires { Entries::kWritesAll; }) std::memset(&room[clear], 0, step);
       clear += step;
       while (const size_t length = entries_.Write(room.subspan(filled, clear - filled))) {
         filled += length;

@@ -1,4 +1,4 @@
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <span>
@@ -27,55 +27,63 @@ static_assert(kMostBfdPortConnections == 131072 / kBfdPortConnection.size);
 // there not all at once: at their cap they take 112 MB.
 class BfdSessions {
  public:
+  static constexpr bool kWritesAll = true;
+
   BfdSessions(const State& state, std::string_view only)
       : instances_(state.instances), clusters_(state.bridgeClusters), only_(only) {}
 
   uint32_t Prepare() {
     endpoints_ = EndpointsOf(instances_, only_);
-    for (const NodeRow& node : NodesOf(clusters_)) ShowNode(node);
+    for (const NodeRow& node : NodesOf(clusters_)) AddNode(node);
     return Count() * kSize;
   }
-  uint32_t Count() const { return static_cast<uint32_t>(endpoints_.size() * nodes_.size()); }
+  uint32_t Count() const {
+    return static_cast<uint32_t>(endpoints_.size() * (ofNodes_.size() / kSize));
+  }
 
+  // As many sessions of one endpoint as there is room for.
   size_t Write(std::span<std::byte> room) {
-    if (room.size() < kSize || endpoint_ == endpoints_.size() || nodes_.empty()) return 0;
-    std::memcpy(room.data(), nodes_[node_].data(), kSize);
-    ShowEndpoint(Writer(room.first(kSize)), *endpoints_[endpoint_].endpoint);
-    if (++node_ == nodes_.size()) {
-      node_ = 0;
-      ++endpoint_;
+    const size_t length = std::min(room.size() / kSize * kSize, ofNodes_.size() - at_);
+    if (length == 0 || next_ == endpoints_.size()) return 0;
+    std::memcpy(room.data(), &ofNodes_[at_], length);
+    const BridgeEndpoint& endpoint = *endpoints_[next_].endpoint;
+    for (size_t session = 0; session < length; session += kSize) {
+      Writer(room.subspan(session, kSize))
+          .Number("half0", endpoint.tag)
+          .Number("word2", endpoint.value1)
+          .Number("word14", endpoint.value2)
+          .Number("qword23", next_);
     }
-    return kSize;
+    at_ += length;
+    if (at_ == ofNodes_.size()) {
+      at_ = 0;
+      ++next_;
+    }
+    return length;
   }
 
  private:
   using Writer = RecordWriter<kBridgeBfdSessionRecord>;
   static constexpr size_t kSize = kBridgeBfdSessionRecord.size;
 
-  void ShowNode(const NodeRow& node) {
-    const size_t number = nodes_.size();
-    const Writer record(nodes_.emplace_back());
-    record.Number("half6", number)
+  void AddNode(const NodeRow& node) {
+    const size_t begin = ofNodes_.size();
+    ofNodes_.resize(begin + kSize);
+    const Writer record(std::span<std::byte>(ofNodes_).subspan(begin));
+    record.Number("half6", begin / kSize)
         .Number("byte18", node.cluster->profile)
         .Number("word19", node.cluster->profileValue1)
         .Number("qword31", node.cluster->profileValue2);
     ShowMac(record, "word8", "half12", *node.mac);
   }
 
-  void ShowEndpoint(Writer record, const BridgeEndpoint& endpoint) const {
-    record.Number("half0", endpoint.tag)
-        .Number("word2", endpoint.value1)
-        .Number("word14", endpoint.value2)
-        .Number("qword23", endpoint_);
-  }
-
   Instances instances_;
   Table<std::string, BridgeCluster> clusters_;
   std::string only_;
   std::vector<EndpointRow> endpoints_{};
-  std::vector<std::array<std::byte, kSize>> nodes_{};  // the sessions of each, without an endpoint
-  size_t endpoint_ = 0;
-  size_t node_ = 0;
+  std::vector<std::byte> ofNodes_{};  // the sessions of an endpoint, without what is its own
+  size_t next_ = 0;                   // of the endpoints
+  size_t at_ = 0;                     // in ofNodes_
 };
 
 void ShowPortConnection(RecordWriter<kBfdPortConnection> record, std::string_view name,
