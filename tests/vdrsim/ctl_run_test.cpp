@@ -111,7 +111,8 @@ TEST(Shell, IsTheOneOfTheEnvironmentWithTheToolsOnItsPath) {
 
 TEST(Shell, StandsForACommand) {
   EXPECT_EQ(Execute({kVdrsim, "run", "--shell", "--", "true"}).exitStatus, 2);
-  EXPECT_EQ(Execute({kVdrsim, "run"}).output, "vdrsim: COMMAND is required\nTry 'vdrsim --help'\n");
+  EXPECT_EQ(Execute({kVdrsim, "run"}).output,
+            "vdrsim: COMMAND is required\nTry 'vdrsim run --help'\n");
 }
 
 TEST(Ctl, TakesVerbsThatItKnows) {

@@ -220,8 +220,16 @@ TEST(CommandLine, WrongUsageHasStatusTwo) {
     const Result result = Execute(arguments);
     EXPECT_EQ(result.exitStatus, 2) << arguments.back();
     EXPECT_EQ(result.output.substr(0, 8), "vdrsim: ") << arguments.back();
-    EXPECT_NE(result.output.find("\nTry 'vdrsim --help'\n"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("\nTry 'vdrsim "), std::string::npos) << result.output;
   }
+}
+
+TEST(CommandLine, AnOptionThatIsNoneIsNamed) {
+  EXPECT_EQ(Execute({kVdrsim, "--bogus"}).output,
+            "vdrsim: unknown option --bogus\nTry 'vdrsim --help'\n");
+  EXPECT_EQ(Execute({kVdrsim, "run", "--bogus", "true"}).output,
+            "vdrsim: The following argument was not expected: --bogus\n"
+            "Try 'vdrsim run --help'\n");
 }
 
 TEST(CommandLine, SaysWhatWasMeantWhereTheWordRunIsMissing) {

@@ -23,14 +23,22 @@ int Print(const std::string& text) {
   return kUnusable;
 }
 
-// What a person most likely meant who left out `run --`.
+bool IsSubcommand(const CLI::App& app, const char* word) {
+  return !app.get_subcommands(
+                 [word](const CLI::App* subcommand) { return subcommand->check_name(word); })
+              .empty();
+}
+
+// What is wrong. That a subcommand is missing says nothing to whoever mistyped an option.
+std::string Fault(const CLI::ParseError& error, int argc, char** argv) {
+  const bool isOption = argc > 1 && *argv[1] == '-';
+  return isOption ? fmt::format("unknown option {}", argv[1]) : error.what();
+}
+
+// What helps. Most likely `run --` was left out where the first word is no subcommand.
 std::string Remedy(const CLI::App& app, int argc, char** argv) {
-  const auto isFirst = [argv](const CLI::App* subcommand) {
-    return subcommand->check_name(argv[1]);
-  };
-  if (argc < 2 || *argv[1] == '-' || !app.get_subcommands(isFirst).empty()) {
-    return "Try 'vdrsim --help'";
-  }
+  if (argc < 2 || *argv[1] == '-') return "Try 'vdrsim --help'";
+  if (IsSubcommand(app, argv[1])) return fmt::format("Try 'vdrsim {} --help'", argv[1]);
   return fmt::format("did you mean vdrsim run -- {}", fmt::join(argv + 1, argv + argc, " "));
 }
 
@@ -54,7 +62,7 @@ Action Parse(int argc, char** argv) {
   } catch (const CLI::CallForVersion& version) {
     return [status = Print(version.what())] { return status; };
   } catch (const CLI::ParseError& error) {
-    tools::Complain("vdrsim", error.what(), Remedy(app, argc, argv));
+    tools::Complain("vdrsim", Fault(error, argc, argv), Remedy(app, argc, argv));
     return [] { return kUnusable; };
   }
   return action;

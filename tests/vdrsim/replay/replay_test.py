@@ -58,6 +58,73 @@ class Replay(unittest.TestCase):
     def replay(self, script=SCRIPT, *options):
         return vdrsim("replay", *options, self.file, "--", "sh", "-c", script, VDRCTL)
 
+    def beside(self, name):
+        return self.file.with_name(name)
+
+    def lines_of(self, file):
+        return [json.loads(line) for line in file.read_text().splitlines()]
+
+    def test_a_recording_holds_what_faults_made_of_the_answers(self):
+        done = vdrsim("record", "--simulated", "--fault", "GetLogLevel:error=EIO:when=2", "--trace",
+                      "--journal", self.beside("journal"), self.file, "--", "sh", "-c",
+                      '"$0" log-level get; "$0" log-level get; ' + f'{VDRSIM} ctl journal mark x',
+                      VDRCTL)
+        self.assertRegex(done.stderr, r"GetLogLevel\(\) = 0 <4>\n(.*\n)?.*GetLogLevel\(\) = -1 EIO "
+                                      r"\(Input/output error\)\n(.*\n)?\[mark\] \"x\"\n")
+        recorded, written = self.lines_of(self.file), self.lines_of(self.beside("journal"))
+        self.assertEqual([line.get("errno") for line in recorded[1:4]], [0, "EIO", None])
+        self.assertEqual([line.pop("output", "") for line in recorded], ["", "00000000", "", "", ""])
+        self.assertEqual(recorded, written)
+        replayed = self.replay('"$0" log-level get; "$0" log-level get', "--strict")
+        self.assertEqual((replayed.returncode, replayed.stderr),
+                         (1, "vdrctl: log-level get: Input/output error (EIO)\n"))
+
+    def test_a_replay_has_faults_a_journal_and_a_trace(self):
+        self.record('"$0" log-level set 3; "$0" log-level get')
+        done = self.replay('"$0" log-level set 3; "$0" log-level set 3; "$0" log-level get',
+                           "--strict", "--trace", "--journal", self.beside("journal"),
+                           "--fault", "SetLogLevel:error=EAGAIN:when=1")
+        self.assertEqual((done.returncode, done.stdout), (0, "3\n"))
+        self.assertIn("SetLogLevel(value=3) = -1 EAGAIN", done.stderr)
+        self.assertEqual([line.get("errno") for line in self.lines_of(self.beside("journal"))[1:-1]],
+                         ["EAGAIN", 0, 0])
+        done = self.replay('"$0" log-level get', "--fault", "SetLif:error=EIO", "--strict-faults")
+        self.assertEqual((done.returncode, done.stderr),
+                         (125, "vdrsim: this fault never matched: SetLif:error=EIO\n"))
+        # The recording says more than the faults.
+        done = self.replay("true", "--strict", "--fault", "SetLif:error=EIO", "--strict-faults")
+        self.assertEqual(done.returncode, 3)
+
+    def test_a_simulation_is_recorded_from_a_state_to_a_state(self):
+        self.beside("state").write_text('{"format_version": 1, "instances": {"edge-1": {}}}')
+        done = vdrsim("record", "--simulated", "--state", self.beside("state"), "--save",
+                      self.beside("saved"), self.file, "--", "sh", "-c",
+                      '"$0" instance show edge-1 >/dev/null && "$0" instance delete edge-1 && '
+                      f"{VDRSIM} ctl state show", VDRCTL)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertNotIn("instances", json.loads(done.stdout))
+        self.assertEqual(self.beside("saved").read_text(), done.stdout)
+        done = vdrsim("record", "--state", self.beside("state"), self.file, "--", "echo", "started")
+        self.assertEqual((done.returncode, done.stdout, done.stderr.splitlines()[0]),
+                         (2, "", "vdrsim: --state requires --simulated"))
+
+    def test_no_journal_is_written_over_a_recording(self):
+        self.record('"$0" log-level set 3')
+        whole = self.file.read_text()
+        twin = self.beside("twin")
+        os.link(self.file, twin)
+        message = f"vdrsim: {twin}: the journal would be written over the recording\n"
+        done = self.replay("echo started", "--journal", twin)
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (2, "", message))
+        self.assertEqual(self.file.read_text(), whole)
+        done = vdrsim("record", "--simulated", "--journal", twin, self.file, "--", "echo", "started")
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (2, "", message))
+
+    def test_a_rule_that_is_none_costs_no_recording(self):
+        self.file.write_text("kept")
+        done = vdrsim("record", "--simulated", "--fault", "nope", self.file, "--", "echo", "started")
+        self.assertEqual((done.returncode, done.stdout, self.file.read_text()), (2, "", "kept"))
+
     def test_what_was_recorded_is_replayed(self):
         recorded = self.record()
         for options in ((), ("--strict",)):
@@ -177,6 +244,13 @@ class Replay(unittest.TestCase):
             done = vdrsim(*arguments)
             self.assertEqual(done.returncode, 2)
             self.assertRegex(done.stderr, r"^vdrsim: (FILE|COMMAND) is required\n")
+        for verb in ("record", "replay"):
+            done = vdrsim(verb, "file", "--trace", "--", "echo", "started")
+            self.assertEqual((done.returncode, done.stdout, done.stderr.splitlines()[0]),
+                             (2, "", "vdrsim: options stand before FILE: --trace"))
+        done = vdrsim("record", "--simulated", "", "--", "echo", "started")
+        self.assertEqual((done.returncode, done.stdout, done.stderr),
+                         (2, "", "vdrsim: : No such file or directory\n"))
         done = vdrsim("record", "--simulated", "/dev/full", "--", "echo", "started")
         self.assertEqual((done.returncode, done.stdout, done.stderr),
                          (2, "", "vdrsim: /dev/full: a recording must be a plain file\n"))

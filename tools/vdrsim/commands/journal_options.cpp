@@ -1,9 +1,10 @@
 #include "commands/journal_options.h"
 
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
+#include <system_error>
 
-#include "journal/journal_form.h"
 #include "journal/queued_log.h"
 #include "journal/target.h"
 #include "journal/trace_form.h"
@@ -32,11 +33,20 @@ void AddJournalOptions(CLI::App& subcommand, JournalOptions& options) {
                       "print the same for people on standard error, a line a command");
 }
 
+JournalForm OwnForm() { return JournalForm("vdrsim " TOOL_VERSION); }
+
+void RefuseJournal(const JournalOptions& options, const std::string& file) {
+  std::error_code none;
+  if (options.file && std::filesystem::equivalent(*options.file, file, none)) {
+    throw std::runtime_error(*options.file + ": the journal would be written over the recording");
+  }
+}
+
 Journal::Logs OpenLogs(const JournalOptions& options) {
   Journal::Logs logs;
   if (options.file) {
-    logs.push_back(std::make_unique<QueuedLog>(
-        OpenJournal(*options.file), std::make_unique<JournalForm>("vdrsim " TOOL_VERSION)));
+    logs.push_back(std::make_unique<QueuedLog>(OpenJournal(*options.file),
+                                               std::make_unique<JournalForm>(OwnForm())));
   }
   if (options.isTraced) {
     logs.push_back(

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "journal/journal.h"
+#include "journal/journal_form.h"
 
 namespace vdrsim {
 
@@ -15,6 +16,12 @@ struct JournalOptions {
 };
 
 void AddJournalOptions(CLI::App& subcommand, JournalOptions& options);
+
+// How this program writes a line of a journal.
+JournalForm OwnForm();
+
+// Throws std::runtime_error when the journal would be written over this file.
+void RefuseJournal(const JournalOptions& options, const std::string& file);
 
 // Creates what was asked for. Throws std::runtime_error.
 Journal::Logs OpenLogs(const JournalOptions& options);

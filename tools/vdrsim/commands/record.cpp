@@ -1,13 +1,13 @@
 #include <memory>
 
+#include "commands/chain.h"
 #include "commands/run_command.h"
 #include "commands/run_control.h"
+#include "commands/state_options.h"
 #include "commands/subcommands.h"
 #include "datapath/datapath.h"
-#include "journal/journal.h"
 #include "record/forward.h"
 #include "record/node_device.h"
-#include "record/recording_log.h"
 #include "transport/node_path.h"
 
 namespace vdrsim {
@@ -15,31 +15,26 @@ namespace vdrsim {
 namespace {
 
 struct Options {
-  std::string file{};
+  StateOptions state{};
+  ChainOptions chain{};
   RunOptions run{};
   bool isSimulated = false;
 };
 
-int Run(const Options& options, Executor& end) {
-  Journal::Logs logs;
-  logs.push_back(std::make_unique<RecordingLog>(options.file, JournalForm("vdrsim " TOOL_VERSION)));
-  Journal journal(end, std::move(logs), Journal::Keeps::Outputs);
-  Control control(journal);
-  ControlJournal(control, journal);
-  RunCommand(options.run, control,
-             [&journal] { return journal.Finish() ? std::nullopt : std::optional(kUnusable); });
+int RecordSimulation(const Options& options) {
+  Datapath datapath;
+  const AtEnd save = Prepare(options.state, datapath);
+  Chain chain(options.chain, datapath);
+  ControlState(chain.control(), datapath);
+  chain.Run(options.run, save);
 }
 
-int Record(Options options) {
-  if (options.isSimulated) {
-    Datapath datapath;
-    return Run(options, datapath);
-  }
+int RecordDevice(Options options) {
   // The run itself is what commands reach the device by.
   options.run.besideRealDevice = true;
   NodeDevice device({NodePath(Node::Normal), NodePath(Node::Upgrade)});
   Forward forward(device);
-  return Run(options, forward);
+  Chain(options.chain, forward).Run(options.run);
 }
 
 }  // namespace
@@ -50,13 +45,18 @@ void AddRecord(CLI::App& app, Action& action) {
       "Start COMMAND on a host with the device, carry out its commands, and write them and what "
       "became of them to FILE, for replay.");
   const auto options = std::make_shared<Options>();
-  record->add_flag("--simulated", options->isSimulated,
-                   "carry the commands out on the simulated datapath instead");
-  record->add_option("FILE", options->file, "the recording to write")->required();
+  CLI::Option* simulated =
+      record->add_flag("--simulated", options->isSimulated,
+                       "carry the commands out on the simulated datapath instead");
+  record->add_option("FILE", options->chain.recording, "the recording to write")->required();
+  for (CLI::Option* option : AddStateOptions(*record, options->state)) option->needs(simulated);
+  AddChainOptions(*record, options->chain);
   AddRunOptions(*record, options->run);
   record->callback([&action, options] {
     DropSeparator(options->run);
-    action = [options] { return Record(*options); };
+    action = [options] {
+      return options->isSimulated ? RecordSimulation(*options) : RecordDevice(*options);
+    };
   });
 }
 

@@ -1,8 +1,8 @@
 #include <memory>
 
+#include "commands/chain.h"
 #include "commands/run_command.h"
 #include "commands/subcommands.h"
-#include "control/control.h"
 #include "replay/matching_replay.h"
 #include "replay/recording.h"
 #include "replay/strict_replay.h"
@@ -16,21 +16,22 @@ constexpr int kDeparted = 3;
 
 struct Options {
   std::string file{};
+  ChainOptions chain{};
   RunOptions run{};
   bool isStrict = false;
 };
 
 int Replay(const Options& options) {
+  RefuseJournal(options.chain.journal, options.file);
   const Recording recording(options.file);
   if (options.isStrict) {
     StrictReplay replay(recording);
-    Control control(replay);
-    RunCommand(options.run, control,
-               [&replay] { return replay.Report() ? std::nullopt : std::optional(kDeparted); });
+    Chain(options.chain, replay).Run(options.run, [&replay] {
+      return replay.Report() ? std::nullopt : std::optional(kDeparted);
+    });
   }
   MatchingReplay replay(recording);
-  Control control(replay);
-  RunCommand(options.run, control, [&replay] {
+  Chain(options.chain, replay).Run(options.run, [&replay] {
     replay.Report();
     return std::nullopt;
   });
@@ -48,6 +49,7 @@ void AddReplay(CLI::App& app, Action& action) {
                    "answer in the order of the recording alone; name the first departure from it, "
                    "and end with status 3");
   replay->add_option("FILE", options->file, "the recording to read")->required();
+  AddChainOptions(*replay, options->chain);
   AddRunOptions(*replay, options->run);
   replay->callback([&action, options] {
     DropSeparator(options->run);

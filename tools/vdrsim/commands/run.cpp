@@ -1,7 +1,6 @@
 #include <memory>
 
-#include "commands/fault_options.h"
-#include "commands/journal_options.h"
+#include "commands/chain.h"
 #include "commands/run_command.h"
 #include "commands/run_control.h"
 #include "commands/shell.h"
@@ -16,8 +15,7 @@ namespace {
 struct Options {
   RunOptions run{};
   StateOptions state{};
-  FaultOptions faults{};
-  JournalOptions journal{};
+  ChainOptions chain{};
   bool isShell = false;
 };
 
@@ -25,20 +23,9 @@ int Run(Options options) {
   if (options.isShell) ChooseShell(options.run);
   Datapath datapath;
   const AtEnd save = Prepare(options.state, datapath);
-  RunFaults faults(options.faults, datapath);
-  Journal journal(faults.link(), OpenLogs(options.journal));
-  Control control(journal);
-  ControlFaults(control, faults);
-  ControlJournal(control, journal);
-  ControlState(control, datapath);
-  RunCommand(options.run, control, [&]() -> std::optional<int> {
-    // All are done, whatever the others say.
-    const bool isWritten = journal.Finish();
-    const auto saved = save();
-    const auto matched = faults.AtEnd();
-    if (!isWritten) return kUnusable;
-    return saved ? saved : matched;
-  });
+  Chain chain(options.chain, datapath);
+  ControlState(chain.control(), datapath);
+  chain.Run(options.run, save);
 }
 
 }  // namespace
@@ -50,8 +37,7 @@ void AddRun(CLI::App& app, Action& action) {
       "One datapath serves the whole run and is forgotten with it, unless it is saved.");
   const auto options = std::make_shared<Options>();
   AddStateOptions(*run, options->state);
-  AddFaultOptions(*run, options->faults);
-  AddJournalOptions(*run, options->journal);
+  AddChainOptions(*run, options->chain);
   AddRunOptions(*run, options->run);
   AddShellOption(*run, options->isShell);
   run->callback([&action, options] {

@@ -52,7 +52,11 @@ void AddRunOptions(CLI::App& subcommand, RunOptions& options) {
 }
 
 void DropSeparator(RunOptions& options) {
-  if (options.command.front() != "--") return;
+  const std::string& first = options.command.front();
+  if (first.starts_with('-') && first != "--") {
+    throw CLI::ParseError("options stand before FILE: " + first, CLI::ExitCodes::ExtrasError);
+  }
+  if (first != "--") return;
   options.command.erase(options.command.begin());
   if (options.command.empty()) throw CLI::RequiredError("COMMAND");
 }

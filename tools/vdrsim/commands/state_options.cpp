@@ -24,20 +24,19 @@ std::optional<int> Save(const SavedState& file, const Datapath& datapath) {
 
 }  // namespace
 
-void AddStateOptions(CLI::App& subcommand, StateOptions& options) {
-  subcommand
-      .add_option("--state", options.load,
-                  "begin with the state that the JSON document FILE describes; - is standard input")
-      ->option_text("FILE");
-  subcommand
-      .add_option("--save", options.save,
-                  "write the state to FILE when the run is over, however COMMAND ended")
-      ->option_text("FILE");
+std::array<CLI::Option*, 2> AddStateOptions(CLI::App& subcommand, StateOptions& options) {
+  CLI::Option* load = subcommand.add_option(
+      "--state", options.load,
+      "begin with the state that the JSON document FILE describes; - is standard input");
+  CLI::Option* save =
+      subcommand.add_option("--save", options.save,
+                            "write the state to FILE when the run is over, however COMMAND ended");
+  return {load->option_text("FILE"), save->option_text("FILE")};
 }
 
 AtEnd Prepare(const StateOptions& options, Datapath& datapath) {
   if (!options.load.empty()) datapath.Replace(LoadState(options.load));
-  if (options.save.empty()) return [] { return std::nullopt; };
+  if (options.save.empty()) return NothingAtEnd;
   return [&datapath, file = SavedState(options.save)] { return Save(file, datapath); };
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <array>
 #include <string>
 
 #include "commands/run_command.h"
@@ -14,7 +15,8 @@ struct StateOptions {
   std::string save{};
 };
 
-void AddStateOptions(CLI::App& subcommand, StateOptions& options);
+// Returns the options.
+std::array<CLI::Option*, 2> AddStateOptions(CLI::App& subcommand, StateOptions& options);
 
 // Loads what is to be loaded, and returns what saves when the run is over. Throws StateFailure.
 AtEnd Prepare(const StateOptions& options, Datapath& datapath);

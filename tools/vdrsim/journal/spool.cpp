@@ -54,7 +54,9 @@ size_t GrownTo(size_t size, size_t capacity) {
 void Spool::Append(const Entry& entry) {
   if (newest_.size() >= memory_) Spill();
   newest_.reserve(GrownTo(newest_.size() + sizeof entry + entry.input.size(), newest_.capacity()));
-  const auto head = std::as_bytes(std::span(&entry, 1));
+  Entry own = entry;
+  own.output = {};  // is not kept, and gone soon
+  const auto head = std::as_bytes(std::span(&own, 1));
   newest_.insert(newest_.end(), head.begin(), head.end());
   newest_.insert(newest_.end(), entry.input.begin(), entry.input.end());
 }
