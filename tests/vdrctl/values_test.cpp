@@ -2,23 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdint>
 #include <cstring>
-#include <optional>
-#include <string>
-#include <string_view>
 #include <vector>
-
-#include "common/escapes.h"
-#include "common/suggestion.h"
 
 // Arguments as people write them.
 namespace {
 
 using namespace vdrctl;
-using tools::Suggestion;
-using tools::Unescaped;
 
 template <typename Value>
 std::vector<uint8_t> BytesOf(const Value& value) {
@@ -27,19 +18,6 @@ std::vector<uint8_t> BytesOf(const Value& value) {
   return bytes;
 }
 using Raw = std::vector<uint8_t>;
-
-TEST(Numbers, AreDecimalOrHexadecimal) {
-  EXPECT_EQ(ParseNumber("0"), 0U);
-  EXPECT_EQ(ParseNumber("007"), 7U);
-  EXPECT_EQ(ParseNumber("0xfF"), 255U);
-  EXPECT_EQ(ParseNumber("0X10"), 16U);
-  EXPECT_EQ(ParseNumber("18446744073709551615"), UINT64_MAX);
-  EXPECT_EQ(ParseNumber("0xffffffffffffffff"), UINT64_MAX);
-  for (const char* wrong : {"", "0x", "x1", "1 ", " 1", "+1", "-1", "1.0", "1e3", "0x1g", "0x-1",
-                            "18446744073709551616", "0x10000000000000000"}) {
-    EXPECT_FALSE(ParseNumber(wrong)) << wrong;
-  }
-}
 
 TEST(Addresses, AreInNetworkByteOrder) {
   EXPECT_EQ(BytesOf(*ParseIpv4("192.0.2.7")), (Raw{192, 0, 2, 7}));
@@ -109,48 +87,11 @@ TEST(Switches, AreOnOrOff) {
   for (const char* wrong : {"", "ON", "1", "true", "o"}) EXPECT_FALSE(ParseSwitch(wrong)) << wrong;
 }
 
-TEST(Lists, AreSplitAtEachSeparator) {
-  EXPECT_EQ(SplitAt("a,,b,", ','), (std::vector<std::string_view>{"a", "", "b", ""}));
-  EXPECT_EQ(SplitAt("", ','), (std::vector<std::string_view>{""}));
+TEST(Numbers, StandBetweenSeparators) {
   EXPECT_EQ(ParseNumbers("1,0x2,255", ',', 255), (std::vector<uint64_t>{1, 2, 255}));
   for (const char* wrong : {"", ",", "1,", "1,,2", "256", "1;2"}) {
     EXPECT_TRUE(ParseNumbers(wrong, ',', 255).empty()) << wrong;
   }
-}
-
-TEST(HexBytes, ArePairsOfDigits) {
-  EXPECT_EQ(ParseHexBytes("00aBff"), (Raw{0, 0xab, 0xff}));
-  for (const char* wrong : {"", "0", "000", "0g", "0x", "-1"}) {
-    EXPECT_TRUE(ParseHexBytes(wrong).empty()) << wrong;
-  }
-}
-
-TEST(Escapes, StandForBytes) {
-  EXPECT_EQ(Unescaped("plain"), "plain");
-  EXPECT_EQ(Unescaped(""), "");
-  EXPECT_EQ(Unescaped(R"(\\)"), "\\");
-  EXPECT_EQ(Unescaped(R"(a\x01\xffb\\x41)"),
-            "a\x01\xff"
-            "b\\x41");
-  for (const char* wrong : {R"(\)", R"(a\)", R"(\n)", R"(\x)", R"(\x1)", R"(\x00)", R"(\xg0)",
-                            R"(\X41)", R"(a\ b)", R"(\\\)"}) {
-    EXPECT_FALSE(Unescaped(wrong)) << wrong;
-  }
-}
-
-TEST(Suggestions, AreForASlipOfTheHandAlone) {
-  constexpr std::array<std::string_view, 3> kWords{"delete", "set", "resolve"};
-  for (const char* slip : {"delte", "deletee", "delfte", "deelte", "dleete", "DElete"}) {
-    EXPECT_EQ(Suggestion(slip, kWords), " (did you mean 'delete'?)") << slip;
-  }
-  EXPECT_EQ(Suggestion("est", kWords), " (did you mean 'set'?)");
-  EXPECT_EQ(Suggestion("st", kWords), " (did you mean 'set'?)");
-  EXPECT_EQ(Suggestion("rsolv", kWords), "");
-  EXPECT_EQ(Suggestion("resolv", kWords), " (did you mean 'resolve'?)");
-  for (const char* other : {"", "x", "list", "tes", "del-all"}) {
-    EXPECT_EQ(Suggestion(other, kWords), "") << other;
-  }
-  EXPECT_EQ(Suggestion("set", {}), "");
 }
 
 }  // namespace

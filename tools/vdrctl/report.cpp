@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "common/errno_name.h"
 #include "common/standard_streams.h"
 #include "device_hint.h"
 #include "output/text.h"
@@ -13,8 +14,8 @@ namespace vdrctl {
 namespace {
 
 std::string ErrorName(int error) {
-  const char* name = strerrorname_np(error);
-  return name ? name : std::to_string(error);
+  const std::string_view name = tools::ErrnoName(error);
+  return name.empty() ? std::to_string(error) : std::string(name);
 }
 
 void PutMember(Writer& out, std::string_view name, std::string_view value) {

@@ -8,6 +8,8 @@
 #include <array>
 #include <clocale>
 
+#include "common/escapes.h"
+
 namespace vdrctl {
 
 namespace {
@@ -63,12 +65,6 @@ std::size_t WidthOf(const Character& character) {
   return character.value < 0x80 ? 1 : static_cast<std::size_t>(Columns(character.value));
 }
 
-void PutByte(Writer& out, char byte) {
-  out.Put("\\x");
-  const auto value = static_cast<uint8_t>(byte);
-  out.Hex({&value, 1});
-}
-
 // Puts the characters at the start of a text that stand for themselves: mostly that is all of it.
 template <typename IsSpecial>
 void TakePlain(Writer& out, std::string_view& text, IsSpecial isSpecial) {
@@ -78,24 +74,6 @@ void TakePlain(Writer& out, std::string_view& text, IsSpecial isSpecial) {
   const auto length = static_cast<std::size_t>(end - text.begin());
   out.Put(text.substr(0, length));
   text.remove_prefix(length);
-}
-
-template <typename Shows>
-void PutEscapedUnless(Writer& out, std::string_view text, Shows shows) {
-  while (true) {
-    TakePlain(out, text, [](char character) { return character == '\\'; });
-    if (text.empty()) return;
-    const Character first = FirstCharacter(text);
-    const std::string_view bytes = text.substr(0, first.length);
-    if (bytes == "\\") {
-      out.Put("\\\\");
-    } else if (first.IsUtf8() && first.value >= 0x80 && shows(first.value)) {
-      out.Put(bytes);
-    } else {
-      for (const char byte : bytes) PutByte(out, byte);
-    }
-    text.remove_prefix(first.length);
-  }
 }
 
 void PutCodeUnit(Writer& out, char32_t unit) {
@@ -113,7 +91,19 @@ void PutJsonCharacter(Writer& out, char32_t character) {
 }  // namespace
 
 void PutEscaped(Writer& out, std::string_view text) {
-  PutEscapedUnless(out, text, [](char32_t character) { return Columns(character) > 0; });
+  while (true) {
+    TakePlain(out, text, [](char character) { return character == '\\'; });
+    if (text.empty()) return;
+    const Character first = FirstCharacter(text);
+    const std::string_view bytes = text.substr(0, first.length);
+    const bool isShown = first.IsUtf8() && first.value >= 0x80 && Columns(first.value) > 0;
+    if (isShown) {
+      out.Put(bytes);
+    } else {
+      out.Put(tools::Printable(bytes));
+    }
+    text.remove_prefix(first.length);
+  }
 }
 
 std::string Escaped(std::string_view text) {
@@ -157,9 +147,7 @@ bool IsUtf8(std::string_view text) {
 void PutJsonText(Writer& out, std::string_view text) {
   std::string escaped;
   if (!IsUtf8(text)) {
-    Writer plain;
-    PutEscapedUnless(plain, text, [](char32_t) { return false; });
-    escaped = plain.text();
+    escaped = tools::Printable(text);
     text = escaped;
   }
   out.Put('"');

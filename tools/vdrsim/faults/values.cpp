@@ -2,11 +2,10 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <cstring>
 #include <utility>
 
 #include "common/digits.h"
+#include "common/errno_name.h"
 #include "common/suggestion.h"
 #include "faults/rule_text.h"
 
@@ -16,17 +15,6 @@ namespace {
 
 using tools::ParseDigits;
 
-// The kernel takes a larger one for an address.
-constexpr int kHighestErrno = 4095;
-
-// Second names, of which the C library tells the first alone.
-constexpr std::pair<std::string_view, int> kSecondNames[] = {
-    {"EWOULDBLOCK", EWOULDBLOCK},
-    {"EDEADLOCK", EDEADLOCK},
-    {"ENOTSUP", ENOTSUP},
-    {"EOPNOTSUPP", EOPNOTSUPP},
-};
-
 constexpr std::pair<std::string_view, std::chrono::nanoseconds> kUnits[] = {
     {"us", std::chrono::microseconds(1)},
     {"ms", std::chrono::milliseconds(1)},
@@ -34,25 +22,6 @@ constexpr std::pair<std::string_view, std::chrono::nanoseconds> kUnits[] = {
 };
 
 constexpr std::chrono::hours kLongestDelay{24};
-
-std::vector<std::string_view> ErrnoNames() {
-  std::vector<std::string_view> names;
-  for (int error = 1; error <= kHighestErrno; ++error) {
-    if (const char* name = strerrorname_np(error)) names.emplace_back(name);
-  }
-  return names;
-}
-
-std::optional<int> ErrnoOf(std::string_view name) {
-  for (int error = 1; error <= kHighestErrno; ++error) {
-    const char* known = strerrorname_np(error);
-    if (known && name == known) return error;
-  }
-  for (const auto& [second, error] : kSecondNames) {
-    if (name == second) return error;
-  }
-  return std::nullopt;
-}
 
 // Cuts off the digits at the front.
 uint64_t TakeCount(const RulePart& part, std::string_view& rest) {
@@ -71,14 +40,14 @@ uint64_t TakeCount(const RulePart& part, std::string_view& rest) {
 
 int ReadErrno(const RulePart& part) {
   if (const auto number = tools::ParseNumber(part.text)) {
-    if (*number < 1 || *number > kHighestErrno) {
-      part.Refuse(fmt::format("an errno value is 1 to {}", kHighestErrno));
+    if (*number < 1 || *number > tools::kHighestErrno) {
+      part.Refuse(fmt::format("an errno value is 1 to {}", tools::kHighestErrno));
     }
     return static_cast<int>(*number);
   }
-  if (const auto error = ErrnoOf(part.text)) return *error;
+  if (const auto error = tools::ErrnoOf(part.text)) return *error;
   part.Refuse(fmt::format("there is no errno '{}'{}; it takes a name, as ENOMEM, or a number",
-                          part.text, tools::Suggestion(part.text, ErrnoNames())));
+                          part.text, tools::Suggestion(part.text, tools::ErrnoNames())));
 }
 
 uint32_t ReadLength(const RulePart& part) {

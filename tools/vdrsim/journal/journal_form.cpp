@@ -4,6 +4,7 @@
 
 #include <iterator>
 
+#include "common/errno_name.h"
 #include "journal/put.h"
 #include "requests/field_view.h"
 
@@ -94,7 +95,7 @@ void PutMeaning(std::string& out, const Entry& entry) {
 }
 
 void PutError(std::string& out, int error) {
-  const std::string_view name = ErrorName(error);
+  const std::string_view name = tools::ErrnoName(error);
   out += ",\"errno\":";
   if (error == 0 || name.empty()) return PutSigned(out, error);
   out += '"';

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <nlohmann/json.hpp>
 
+#include "common/escapes.h"
+
 namespace vdrsim {
 
 namespace {
@@ -47,10 +49,8 @@ void PutAllDigits(std::string& out, std::span<const std::byte> bytes) {
   PutDigits(to, bytes);
 }
 
-bool IsPrintable(char character) { return character >= ' ' && character <= '~'; }
-
 bool NeedsNoEscape(char character) {
-  return IsPrintable(character) && character != '"' && character != '\\';
+  return character >= ' ' && character <= '~' && character != '"' && character != '\\';
 }
 
 }  // namespace
@@ -67,19 +67,6 @@ void PutHex(std::string& out, std::span<const std::byte> bytes, std::string_view
   }
 }
 
-void PutEscaped(std::string& out, std::string_view text) {
-  for (const char character : text) {
-    if (character == '\\') {
-      out += "\\\\";
-    } else if (IsPrintable(character)) {
-      out += character;
-    } else {
-      out += "\\x";
-      PutHex(out, std::as_bytes(std::span(&character, 1)));
-    }
-  }
-}
-
 bool PutJsonText(std::string& out, std::string_view text) {
   if (std::ranges::all_of(text, NeedsNoEscape)) {
     out += '"';
@@ -91,16 +78,9 @@ bool PutJsonText(std::string& out, std::string_view text) {
     out += nlohmann::json(text).dump(-1, ' ', true);
     return true;
   } catch (const nlohmann::json::type_error&) {
-    std::string escaped;
-    PutEscaped(escaped, text);
-    out += nlohmann::json(escaped).dump(-1, ' ', true);
+    out += nlohmann::json(tools::Printable(text)).dump(-1, ' ', true);
     return false;
   }
-}
-
-std::string_view ErrorName(int error) {
-  const char* name = strerrorname_np(error);
-  return name ? name : std::string_view();
 }
 
 }  // namespace vdrsim

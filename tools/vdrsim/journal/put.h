@@ -15,14 +15,8 @@ void PutSigned(std::string& out, int64_t number);
 // Two digits a byte.
 void PutHex(std::string& out, std::span<const std::byte> bytes, std::string_view separator = {});
 
-// Printable ASCII stands for itself; every other byte is \xNN, and the backslash \\.
-void PutEscaped(std::string& out, std::string_view text);
-
-// Puts a text between quotes, all of it in ASCII. One that is no UTF-8 is put as PutEscaped does;
-// then the result is false.
+// Puts a text between quotes, all of it in ASCII. One that is no UTF-8 is put escaped, as people see
+// it; then the result is false.
 bool PutJsonText(std::string& out, std::string_view text);
-
-// The name of an errno value, empty where it has none.
-std::string_view ErrorName(int error);
 
 }  // namespace vdrsim

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "common/errno_name.h"
+#include "common/escapes.h"
 #include "journal/put.h"
 #include "requests/field_view.h"
 
@@ -16,10 +18,8 @@ using requests::FieldView;
 
 // "edge-1", and whatever could drive a terminal escaped.
 void PutQuoted(std::string& out, std::string_view text) {
-  std::string escaped;
-  PutEscaped(escaped, text);
   out += '"';
-  for (const char character : escaped) {
+  for (const char character : tools::Printable(text)) {
     if (character == '"') out += '\\';
     out += character;
   }
@@ -59,7 +59,7 @@ void PutResult(std::string& out, const Entry& entry) {
   if (entry.error == 0) {
     out += '0';
   } else {
-    const std::string_view name = ErrorName(entry.error);
+    const std::string_view name = tools::ErrnoName(entry.error);
     out += "-1 ";
     if (name.empty()) {
       PutSigned(out, entry.error);

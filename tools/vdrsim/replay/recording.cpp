@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <cstring>
 
+#include "common/errno_name.h"
 #include "journal/journal_form.h"
 
 namespace vdrsim {
@@ -12,7 +12,6 @@ namespace vdrsim {
 namespace {
 
 constexpr uint64_t kMost32 = UINT32_MAX;
-constexpr uint64_t kMostErrors = 4095;
 
 // What a line has, whatever kind it is of.
 struct Line {
@@ -32,12 +31,9 @@ struct Member {
 uint32_t Number32(JsonReader& reader) { return static_cast<uint32_t>(reader.Number(kMost32)); }
 
 uint16_t ErrorNumber(JsonReader& reader) {
-  if (!reader.IsText()) return static_cast<uint16_t>(reader.Number(kMostErrors));
+  if (!reader.IsText()) return static_cast<uint16_t>(reader.Number(tools::kHighestErrno));
   const std::string name = reader.Text();
-  for (int error = 1; error <= static_cast<int>(kMostErrors); ++error) {
-    const char* known = strerrorname_np(error);
-    if (known && name == known) return static_cast<uint16_t>(error);
-  }
+  if (const auto error = tools::ErrnoOf(name)) return static_cast<uint16_t>(*error);
   reader.Fail(fmt::format("errno has no name {}", name));
 }
 
