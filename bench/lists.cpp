@@ -28,6 +28,7 @@
 #include "policy/policy_table_record.h"
 #include "route/demux_route_record.h"
 #include "route/route_record.h"
+#include "support/getters/table.h"
 
 namespace {
 
@@ -37,7 +38,6 @@ using vdrzax::RecordLayout;
 struct Getter {
   const char* name;
   const RecordLayout* layout;
-  uint32_t cap;
   int32_t (*readAndRelease)();  // returns the count, -1 when the getter failed
   std::size_t header = 16;
   bool isTable = false;  // a count stands before the records, and no more entries are allocated
@@ -58,69 +58,74 @@ int32_t ReadList(Given... given) {
 }
 
 const Getter kGetters[] = {
-    {"VDRZAX_GetInstances", &vdrzax::kInstanceRecord, 1001,
+    {"VDRZAX_GetInstances", &vdrzax::kInstanceRecord,
      [] { return ReadList<VDRZAX_GetInstances, VDRZAX_ReleaseInstances>("edge-1", uint8_t{1}); }},
-    {"VDRZAX_GetLifs", &vdrzax::kLifRecord, 10000,
+    {"VDRZAX_GetLifs", &vdrzax::kLifRecord,
      [] { return ReadList<VDRZAX_GetLifs, VDRZAX_ReleaseLifs>("edge-1"); }},
-    {"VDRZAX_GetBridgeLifs", &vdrzax::kLifRecord, 10000,
+    {"VDRZAX_GetBridgeLifs", &vdrzax::kLifRecord,
      [] { return ReadList<VDRZAX_GetBridgeLifs, VDRZAX_ReleaseLifs>("edge-1"); }},
-    {"VDRZAX_GetRoutes", &vdrzax::kRouteRecord, 20000,
+    {"VDRZAX_GetRoutes", &vdrzax::kRouteRecord,
      [] { return ReadList<VDRZAX_GetRoutes, VDRZAX_ReleaseRoutes>("edge-1"); }},
-    {"VDRZAX_GetDemuxRoutes", &vdrzax::kDemuxRouteRecord, 30000,
+    {"VDRZAX_GetDemuxRoutes", &vdrzax::kDemuxRouteRecord,
      [] { return ReadList<VDRZAX_GetDemuxRoutes, VDRZAX_ReleaseDemuxRoutes>(); }},
-    {"VDRZAX_GetPolicy", &vdrzax::kPolicyRecord, 1000,
+    {"VDRZAX_GetPolicy", &vdrzax::kPolicyRecord,
      [] { return ReadList<VDRZAX_GetPolicy, VDRZAX_ReleaseAllPolicy>(1U); }},
-    {"VDRZAX_GetPolicyTable", &vdrzax::kPolicyTableRecord, 1000,
+    {"VDRZAX_GetPolicyTable", &vdrzax::kPolicyTableRecord,
      [] { return ReadList<VDRZAX_GetPolicyTable, VDRZAX_ReleaseAllPolicyTable>(); }},
-    {"VDRZAX_GetLifPolicies", &vdrzax::kRouteRecord, 20000,
+    {"VDRZAX_GetLifPolicies", &vdrzax::kRouteRecord,
      [] { return ReadList<VDRZAX_GetLifPolicies, VDRZAX_ReleaseRoutes>("edge-1", 4U, "uplink"); }},
-    {"VDRZAX_GetBridgeInstances", &vdrzax::kBridgeInstanceRecord, 4096,
+    {"VDRZAX_GetBridgeInstances", &vdrzax::kBridgeInstanceRecord,
      [] { return ReadList<VDRZAX_GetBridgeInstances, VDRZAX_ReleaseBridgeInstances>(); }},
-    {"VDRZAX_GetBridgeNetworks", &vdrzax::kBridgeNetworkRecord, 32768,
+    {"VDRZAX_GetBridgeNetworks", &vdrzax::kBridgeNetworkRecord,
      [] {
        return ReadList<VDRZAX_GetBridgeNetworks, VDRZAX_ReleaseBridgeNetworks>("edge-1", "net");
      }},
-    {"VDRZAX_GetBridgePorts", &vdrzax::kBridgePortRecord, 32768,
+    {"VDRZAX_GetBridgePorts", &vdrzax::kBridgePortRecord,
      [] {
        return ReadList<VDRZAX_GetBridgePorts, VDRZAX_ReleaseBridgePorts>("edge-1", "net",
                                                                          uint16_t{3}, 4U);
      }},
-    {"VDRZAX_GetBridgeFdbEntries", &vdrzax::kBridgeFdbRecord, 10240,
+    {"VDRZAX_GetBridgeFdbEntries", &vdrzax::kBridgeFdbRecord,
      [] {
        return ReadList<VDRZAX_GetBridgeFdbEntries, VDRZAX_ReleaseBridgeFdbEntries>("edge-1",
                                                                                    uint16_t{2}, 3U);
      }},
-    {"VDRZAX_GetBridgeClusters", &vdrzax::kBridgeClusterRecord, 10,
+    {"VDRZAX_GetBridgeClusters", &vdrzax::kBridgeClusterRecord,
      [] { return ReadList<VDRZAX_GetBridgeClusters, VDRZAX_ReleaseBridgeClusters>("cluster"); }},
-    {"VDRZAX_GetBridgeClusterNodes", &vdrzax::kBridgeClusterNodeRecord, 100,
+    {"VDRZAX_GetBridgeClusterNodes", &vdrzax::kBridgeClusterNodeRecord,
      [] {
        return ReadList<VDRZAX_GetBridgeClusterNodes, VDRZAX_ReleaseBridgeClusterNodes>("cluster");
      }},
-    {"VDRZAX_GetBridgeEndpoints", &vdrzax::kBridgeEndpointRecord, 28672,
+    {"VDRZAX_GetBridgeEndpoints", &vdrzax::kBridgeEndpointRecord,
      [] { return ReadList<VDRZAX_GetBridgeEndpoints, VDRZAX_ReleaseBridgeEndpoints>("edge-1"); }},
-    {"VDRZAX_GetBridgeBFDSessions", &vdrzax::kBridgeBfdSessionRecord, 2867200,
+    {"VDRZAX_GetBridgeBFDSessions", &vdrzax::kBridgeBfdSessionRecord,
      [] {
        return ReadList<VDRZAX_GetBridgeBFDSessions, VDRZAX_ReleaseBridgeBFDSessions>("edge-1");
      }},
-    {"VDRZAX_GetE2ITable", &vdrzax::kE2IEntry, 8192,
+    {"VDRZAX_GetE2ITable", &vdrzax::kE2IEntry,
      [] { return Read<VDRZAX_ReleaseE2ITable, E2ITable>(VDRZAX_GetE2ITable); }, sizeof(E2ITable),
      true},
-    {"VDRZAX_GetMRoutingLocalRcvrs", &vdrzax::kMRoutingLocalRcvr, 512,
+    {"VDRZAX_GetMRoutingLocalRcvrs", &vdrzax::kMRoutingLocalRcvr,
      [] {
        return ReadList<VDRZAX_GetMRoutingLocalRcvrs, VDRZAX_ReleaseMRoutingLocalRcvrs>("edge-1",
                                                                                        1U);
      }},
-    {"VDRZAX_GetMRoutingRemoteRcvrs", &vdrzax::kVtepEntry, 2048,
+    {"VDRZAX_GetMRoutingRemoteRcvrs", &vdrzax::kVtepEntry,
      [] {
        return Read<VDRZAX_ReleaseVTEPTable, VTEPTable>(VDRZAX_GetMRoutingRemoteRcvrs, "edge-1", 1U);
      },
      sizeof(VTEPTable), true},
-    {"VDRZAX_GetMRoutingAllMcastGroups", &vdrzax::kMRoutingMcastGroup, 4096,
+    {"VDRZAX_GetMRoutingAllMcastGroups", &vdrzax::kMRoutingMcastGroup,
      [] {
        return ReadList<VDRZAX_GetMRoutingAllMcastGroups, VDRZAX_ReleaseMRoutingMcastGroups>(
            "edge-1");
      }},
 };
+
+uint32_t CapOf(const Getter& getter) {
+  return static_cast<uint32_t>(getter.isTable ? getters::Other(getter.name).cap
+                                              : getters::List(getter.name).cap);
+}
 
 bool HasText(const RecordLayout& layout) {
   return std::any_of(layout.rows.begin(), layout.rows.end(), [](const Field& row) {
@@ -175,7 +180,7 @@ Case MakeCase(const Getter& getter, uint32_t records, device::Calls calls, doubl
   const floor_of::List list{.header = getter.header,
                             .prefix = getter.isTable ? sizeof(uint32_t) : 0U,
                             .record = getter.layout->size,
-                            .cap = getter.cap,
+                            .cap = CapOf(getter),
                             .fitsEntries = getter.isTable};
   // One for all, made when a case is run: the full replies would fill the memory together.
   static std::vector<uint8_t> reply;
@@ -207,7 +212,7 @@ std::vector<Case> ListCases() {
     const double fullTarget = HasText(*getter.layout) ? 1.2 : 1.05;
     cases.push_back(MakeCase(getter, kFew, device::Calls::Program, 0));
     cases.push_back(MakeCase(getter, kFew, device::Calls::Kernel, 1.05));
-    cases.push_back(MakeCase(getter, getter.cap, device::Calls::Kernel, fullTarget));
+    cases.push_back(MakeCase(getter, CapOf(getter), device::Calls::Kernel, fullTarget));
   }
   return cases;
 }
@@ -215,7 +220,7 @@ std::vector<Case> ListCases() {
 std::vector<Case> PolledListCases() {
   std::vector<Case> cases;
   const auto add = [&](const Getter& getter, double target, Texts texts, const char* label) {
-    cases.push_back(MakeCase(getter, getter.cap, device::Calls::Kernel, target, texts));
+    cases.push_back(MakeCase(getter, CapOf(getter), device::Calls::Kernel, target, texts));
     cases.back().device += label;
   };
   for (const Getter& getter : kGetters) {
