@@ -34,6 +34,25 @@ expect_bytes '' "$room/reply"
 "$vdrctl" command 9 --capacity 4 --output - >"$room/piped"
 expect_bytes 03000000 "$room/piped"
 
+# A command whose reply nobody could have is not sent.
+expect 1 '' "vdrctl: $room/none/reply: No such file or directory (ENOENT)" \
+  "$vdrctl" command 10 --value 7 --output "$room/none/reply"
+expect 0 3 '' "$vdrctl" log-level get
+expect 1 '' "vdrctl: $room/none/answer: No such file or directory (ENOENT)" \
+  "$vdrctl" policy set 1 --answer "$room/none/answer"
+expect 0 '[]' '' "$vdrctl" --json policy list 1
+
+# A command that fails leaves a file as it was, or none; what is written takes the place of all of it.
+echo 'as it was' >"$room/reply"
+expect 1 '' 'vdrctl: command 200: Inappropriate ioctl for device (ENOTTY)' \
+  "$vdrctl" command 200 --output "$room/reply"
+expect 0 'as it was' '' cat "$room/reply"
+expect 1 '' 'vdrctl: command 200: Inappropriate ioctl for device (ENOTTY)' \
+  "$vdrctl" command 200 --output "$room/new"
+expect 2 '' "ls: cannot access '$room/new': No such file or directory" ls "$room/new"
+expect 0 '' '' "$vdrctl" command 9 --capacity 4 --output "$room/reply"
+expect_bytes 03000000 "$room/reply"
+
 # No command has a longer input than a block, so no more than one byte beyond that is read.
 too_long() {
   expect 1 '' "vdrctl: $1: File too large (EFBIG)

@@ -1,5 +1,8 @@
 #include "files.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -42,21 +45,37 @@ std::vector<uint8_t> ReadFile(const std::string& file, std::size_t most, const s
   return bytes;
 }
 
-// A full disk may show only when the last bytes leave the buffer.
-void WriteFile(const char* file, std::span<const uint8_t> bytes) {
-  Stream opened(IsStandard(file) ? nullptr : std::fopen(file, "we"));
-  if (!IsStandard(file) && !opened) throw FileFailure(file, errno);
-  std::FILE* stream = opened ? opened.get() : stdout;
-  // An empty reply may come without an address.
-  const bool written =
-      bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), stream) == bytes.size();
-  if (!written || std::fflush(stream) != 0) {
-    throw FileFailure(IsStandard(file) ? "standard output" : file, errno);
+ReplyFile::ReplyFile(const char* file) : name_(file ? file : "") {
+  if (!file) return;
+  if (IsStandard(name_)) {
+    name_ = "standard output";
+    file_ = STDOUT_FILENO;
+    return;
+  }
+  isNew_ = access(file, F_OK) != 0;
+  file_ = open(file, O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+  isOwn_ = true;
+  if (file_ < 0) throw FileFailure(name_, errno);
+}
+
+ReplyFile::~ReplyFile() {
+  if (isNew_) static_cast<void>(unlink(name_.c_str()));
+  if (isOwn_) close(file_);
+}
+
+// What can't be cut off, as a FIFO, has nothing in it.
+void ReplyFile::Write(std::span<const uint8_t> bytes) {
+  if (isOwn_) static_cast<void>(!ftruncate(file_, 0));
+  isNew_ = false;
+  while (!bytes.empty()) {
+    const ssize_t written = write(file_, bytes.data(), bytes.size());
+    if (written < 0) throw FileFailure(name_, errno);
+    bytes = bytes.subspan(static_cast<std::size_t>(written));
   }
 }
 
-void PutReply(Output& out, const char* file, uint64_t length, std::span<const uint8_t> bytes) {
-  if (file) return WriteFile(file, bytes);
+void ReplyFile::Put(Output& out, uint64_t length, std::span<const uint8_t> bytes) {
+  if (*this) return Write(bytes);
   out.Bytes(length, bytes);
 }
 

@@ -31,11 +31,30 @@ class FileFailure : public std::runtime_error {
 // `most` bytes, with `hint`; no more than that is read to find out.
 std::vector<uint8_t> ReadFile(const std::string& file, std::size_t most, const std::string& hint);
 
-// Writes a file, or standard output for "-". Throws FileFailure.
-void WriteFile(const char* file, std::span<const uint8_t> bytes);
+// Where a reply whose layout is the kernel's alone goes. It is made before the command is sent: one
+// whose reply nobody could have is not carried out.
+class ReplyFile {
+ public:
+  // NULL for no file, "-" for standard output. What is in the file stays as it is. Throws FileFailure.
+  explicit ReplyFile(const char* file);
+  ReplyFile(const ReplyFile&) = delete;
+  ReplyFile& operator=(const ReplyFile&) = delete;
+  // Takes away a file that was not there before and that nothing was written to.
+  ~ReplyFile();
 
-// Puts a reply whose layout is the kernel's alone where the operator wants it: shown when `file` is
-// NULL, else in that file as it stands. Throws FileFailure.
-void PutReply(Output& out, const char* file, uint64_t length, std::span<const uint8_t> bytes);
+  explicit operator bool() const { return file_ >= 0; }
+
+  // Makes this all that is in the file. Throws FileFailure.
+  void Write(std::span<const uint8_t> bytes);
+
+  // Writes the reply as it stands, or shows it where there is no file. Throws FileFailure.
+  void Put(Output& out, uint64_t length, std::span<const uint8_t> bytes);
+
+ private:
+  std::string name_;
+  int file_ = -1;
+  bool isOwn_ = false;  // else it is standard output
+  bool isNew_ = false;
+};
 
 }  // namespace vdrctl

@@ -76,11 +76,12 @@ int ListEndpoints(Output& out, const char* file) {
     errno = ENOMEM;
     return -1;
   }
+  ReplyFile output(file);
   uint32_t count = 0;
   if (VDRZAX_GetBeAll(bytes.get(), kEndpointRoom, &count) != 0) return -1;
   // The kernel's length is not compared with the room.
   const std::size_t length = std::min<std::size_t>(count * kEndpointSize, kEndpointRoom);
-  PutReply(out, file, count * kEndpointSize, {bytes.get(), length});
+  output.Put(out, count * kEndpointSize, {bytes.get(), length});
   return 0;
 }
 

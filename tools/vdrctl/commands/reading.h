@@ -70,10 +70,11 @@ int PrintBytes(Output& out, std::size_t capacity, const char* file, Get get) {
     errno = ENOMEM;
     return -1;
   }
+  ReplyFile output(file);
   if (get(bytes.get()) != 0) return -1;
   std::size_t length = capacity;
   while (length > 0 && bytes.get()[length - 1] == 0) --length;
-  PutReply(out, file, capacity, {bytes.get(), length});
+  output.Put(out, capacity, {bytes.get(), length});
   return 0;
 }
 
@@ -98,9 +99,10 @@ int PrintAddress(Output& out, Get get) {
 template <typename Send>
 int SendForAnswer(const char* file, Send send) {
   if (!file) return send(nullptr);
+  ReplyFile output(file);
   std::array<uint8_t, 88> answer{};
   if (send(answer.data()) != 0) return -1;
-  WriteFile(file, answer);
+  output.Write(answer);
   return 0;
 }
 

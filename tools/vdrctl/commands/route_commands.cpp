@@ -32,12 +32,13 @@ constexpr Parameter kGateway6 = Ipv6Address("--gateway ADDRESS", "Address of the
 constexpr std::size_t kRoute6Size = 776;
 
 int ListRoutes6(Output& out, const char* instance, const char* file) {
+  ReplyFile output(file);
   void* table = nullptr;
   uint32_t count = 0;
   if (VDRZAX_GetRoutesv6(instance, &table, &count) != 0) return -1;
   const OwnedBytes bytes(static_cast<uint8_t*>(table));
   const std::size_t length = count * kRoute6Size;
-  PutReply(out, file, length, {bytes.get(), length});
+  output.Put(out, length, {bytes.get(), length});
   return 0;
 }
 

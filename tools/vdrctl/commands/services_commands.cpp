@@ -133,9 +133,10 @@ constexpr Command kCommands[] = {
      {157},
      {kRss, kOutput},
      Run<[](Output& out, const char* name, const char* file) {
+       ReplyFile output(file);
        std::array<uint8_t, kMostQueues> table{};
        if (VDRZAX_SoftRSSGetIndTable(name, table.data()) != 0) return -1;
-       PutReply(out, file, table.size(), table);
+       output.Put(out, table.size(), table);
        return 0;
      }>,
      BytesReply()},

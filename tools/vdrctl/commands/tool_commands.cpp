@@ -43,9 +43,10 @@ int Send(Output& out, int code, std::optional<uint32_t> value, const char* input
     envelope.outLength = capacity;
     envelope.outBuffer = reply.get();
   }
+  ReplyFile output(outputFile);
   if (VDRZAXIoctl(code, &envelope) != 0) return -1;
   const uint32_t length = envelope.outLength;
-  PutReply(out, outputFile, length, {reply.get(), std::min(length, capacity)});
+  output.Put(out, length, {reply.get(), std::min(length, capacity)});
   return 0;
 }
 
