@@ -84,10 +84,14 @@ std::string Time(double nanoseconds) {
   return fmt::format("{:.2f} s", nanoseconds / 1e9);
 }
 
-void PrintRow(const std::string& what, const Comparison& result, double target) {
-  fmt::print("| {} | {} | {} | {:.2f} ({:.2f} to {:.2f}) | {} | {} |\n", what,
-             Time(result.nanoseconds), Time(result.floorNanoseconds), result.ratio,
-             result.lowerQuartile, result.upperQuartile, target,
-             result.ratio <= target ? "yes" : "no");
+void PrintRow(const std::string& what, const Comparison& result, std::optional<double> target) {
+  fmt::print("| {} | {} | {} | {:.2f} ({:.2f} to {:.2f}) | ", what, Time(result.nanoseconds),
+             Time(result.floorNanoseconds), result.ratio, result.lowerQuartile,
+             result.upperQuartile);
+  if (target) {
+    fmt::print("{} | {} |\n", *target, result.ratio <= *target ? "yes" : "no");
+  } else {
+    fmt::print("| |\n");
+  }
   (void)std::fflush(stdout);
 }

@@ -38,5 +38,5 @@ Comparison Compare(Subject& subject, Subject& floor, int count, int rounds);
 // A time as people read it: "6.1 us".
 std::string Time(double nanoseconds);
 
-// A row of a table: what, both times, the ratio, and whether it meets its target.
-void PrintRow(const std::string& what, const Comparison& result, double target);
+// A row of a table: what, both times, the ratio, and whether it meets its target, if there is one.
+void PrintRow(const std::string& what, const Comparison& result, std::optional<double> target);

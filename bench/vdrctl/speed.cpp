@@ -1,7 +1,9 @@
 // vdrctl_speed start VDRCTL LOAD: writes the table of starts.
-// vdrctl_speed work VDRCTL LOAD SETS DUMP FOLDER: writes the tables of what is done in a simulated
-// datapath, within which it runs. FOLDER is for files.
+// vdrctl_speed batch VDRCTL LOAD SETS DUMP FOLDER: writes the rows of sets in a simulated datapath, within
+// which it runs. FOLDER is for files.
+// vdrctl_speed lists VDRCTL LOAD SETS DUMP FOLDER: writes the tables of lists there.
 #include <fmt/format.h>
+#include <sched.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -15,6 +17,12 @@
 #include "subject.h"
 
 namespace {
+
+// That this process may use.
+int Processors() {
+  cpu_set_t processors;
+  return sched_getaffinity(0, sizeof processors, &processors) == 0 ? CPU_COUNT(&processors) : 0;
+}
 
 using Words = std::vector<std::string>;
 
@@ -47,7 +55,8 @@ class Work {
   };
 
   void Shell(const std::string& line) const;
-  void WriteCommands();
+  void WriteSets() const;
+  void WriteEndpoints() const;
   void CompareList(const List& list) const;
   void PrintMemory(const List& list) const;
   std::string Path(const char* name) const { return folder_ + "/" + name; }
@@ -67,7 +76,7 @@ void Work::Shell(const std::string& line) const {
 }
 
 // The sets are those of the loop in C.
-void Work::WriteCommands() {
+void Work::WriteSets() const {
   std::ofstream lifs(Path("lifs"));
   for (int i = 0; i < kLifs; ++i) {
     lifs << fmt::format(
@@ -75,6 +84,9 @@ void Work::WriteCommands() {
         "--mac 02:00:00:00:{:02x}:{:02x}\n",
         i, i, i, i % 4096, i >> 8 & 255, i & 255);
   }
+}
+
+void Work::WriteEndpoints() const {
   std::ofstream endpoints(Path("endpoints"));
   endpoints << "bridge-lif set edge-1 uplink\n";
   for (int i = 0; i < kEndpoints; ++i) {
@@ -86,12 +98,16 @@ void Work::WriteCommands() {
 }
 
 void Work::CompareBatch() {
-  WriteCommands();
+  WriteSets();
   Shell(fmt::format("'{}' instance set edge-1", vdrctl_));
   Subject batch({load_, "times", vdrctl_, "batch", Path("lifs")});
   Subject loop({load_, "times", sets_, std::to_string(kLifs)});
-  fmt::print("\n| Work | vdrctl | Loop in C | Ratio | Target | Met |\n|---|---|---|---|---|---|\n");
-  PrintRow(fmt::format("`vdrctl batch`, {} sets", kLifs), Compare(batch, loop, 1, 51), 1.2);
+  const std::string where = Processors() == 1 ? ", all on one processor" : "";
+  PrintRow(fmt::format("`vdrctl batch`, {} sets{}", kLifs, where), Compare(batch, loop, 1, 51),
+           1.2);
+  Subject working({load_, "times", sets_, std::to_string(kLifs), "500"});
+  PrintRow(fmt::format("the loop with 0.5 us of work before each set{}", where),
+           Compare(working, loop, 1, 51), std::nullopt);
 }
 
 void Work::CompareList(const List& list) const {
@@ -117,6 +133,10 @@ void Work::PrintMemory(const List& list) const {
 }
 
 void Work::CompareLists() {
+  WriteSets();
+  WriteEndpoints();
+  Shell(fmt::format("'{}' instance set edge-1", vdrctl_));
+  Shell(fmt::format("'{}' batch '{}' 2>/dev/null", vdrctl_, Path("lifs")));
   Shell(fmt::format("'{}' batch '{}' 2>/dev/null", vdrctl_, Path("endpoints")));
   fmt::print(
       "\n| List | vdrctl | `json.dump` | Ratio | Target | Met |\n|---|---|---|---|---|---|\n");
@@ -132,10 +152,10 @@ int main(int argc, char** argv) {
   try {
     if (what == "start" && argc == 4) {
       CompareStarts(argv[2], argv[3]);
-    } else if (what == "work" && argc == 7) {
-      Work work(argv + 2);
-      work.CompareBatch();
-      work.CompareLists();
+    } else if (what == "batch" && argc == 7) {
+      Work(argv + 2).CompareBatch();
+    } else if (what == "lists" && argc == 7) {
+      Work(argv + 2).CompareLists();
     } else {
       return 2;
     }
