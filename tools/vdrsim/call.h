@@ -126,8 +126,10 @@ class Reply {
   std::array<std::byte, kInlineRoom> inline_;
 };
 
-// What comes back: an errno value without reply, or 0 and the reply. The caller is told the length
-// of the reply, or what is claimed instead: a short, an empty or an over-long reply.
+// What comes back: 0 and the reply, or an errno value. The caller is told the length of the reply, or
+// what is claimed instead: a short, an empty or an over-long reply. A failure that claims a length
+// comes with its reply too, as of a device that wrote before it failed; any other leaves the caller's
+// memory and length as they were.
 struct Answer {
   int error = 0;
   Reply reply{};

@@ -4,6 +4,7 @@ usage: scenarios_test.py VDRSIM VDRCTL SOURCE_DIRECTORY
 """
 import json
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -131,6 +132,12 @@ def options_of_scenarios():
     return [line.split()[0] for line in text.splitlines() if line.lstrip().startswith("--")]
 
 
+def caps_of_scenarios():
+    """The options that have a cap, with it, as the help tells."""
+    text = output(VDRSIM, "scenario", "--help").decode()
+    return re.findall(r"^  (--[\w-]+) N\s.*?, up to (\d+)$", text, re.MULTILINE)
+
+
 class Scenario(unittest.TestCase):
     def test_is_the_same_each_time(self):
         options = ["--instances", "3", "--lifs", "2", "--routes", "5", "--nodes", "3"]
@@ -178,6 +185,16 @@ class Scenario(unittest.TestCase):
                 (["--lifs", "3000", "--addresses", "10"], ["demux-route", "list"], 30000)]:
             with self.subTest(options):
                 self.assertEqual(len(listed(scenario(*options), *words)), count)
+
+    def test_each_cap_is_that_of_the_simulation(self):
+        caps = caps_of_scenarios()
+        self.assertEqual(len(caps), len(options_of_scenarios()) - 4)
+        for option, cap in caps:
+            with self.subTest(option):
+                output(VDRSIM, "run", "--state", "-", "true", input=scenario(option, cap))
+                done = execute(VDRSIM, "scenario", option, str(int(cap) + 1))
+                self.assertEqual((done.returncode, done.stdout), (2, b""))
+                self.assertIn(f" more than the {cap} that there can be", done.stderr.decode())
 
     def test_goes_up_to_the_caps_of_raw_lists(self):
         # The last byte that isn't zero is in the last entry, of that size.
