@@ -26,9 +26,9 @@ TEST(WrongState, IsToldByItsPath) {
     const char* members;
     const char* complaint;
   } kCases[] = {
-      {R"("logLevell": 1)", "/logLevell: there is no such member"},
+      {R"("logLevell": 1)", "/logLevell: there is no such member (did you mean 'logLevel'?)"},
       {R"("instances": {"edge-1": {"secondd": 1}})",
-       "/instances/edge-1/secondd: there is no such member"},
+       "/instances/edge-1/secondd: there is no such member (did you mean 'second'?)"},
       {R"("instances": {"edge-1": {"second": 4294967296}})",
        "/instances/edge-1/second: 4294967296 is not a whole number of 0 to 4294967295"},
       {R"("instances": {"edge-1": {"flag": 256}})",

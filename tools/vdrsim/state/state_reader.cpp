@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "common/escapes.h"
+#include "common/suggestion.h"
 #include "state/shape.h"
 #include "state/state_rules.h"
 #include "state/tables.h"
@@ -79,7 +80,7 @@ class ObjectLevel final : public Level {
         ++number;
       }
     }
-    throw Unfit("there is no such member");
+    throw Unfit("there is no such member" + tools::Suggestion(name, Names()));
   }
   Place Next() override { return {&member_->shape, nullptr, nullptr, member_->make(owner_)}; }
   void End() override {
@@ -98,6 +99,13 @@ class ObjectLevel final : public Level {
   std::string Step() const override { return name_.empty() ? "" : vdrsim::Step(name_); }
 
  private:
+  std::vector<std::string_view> Names() const {
+    std::vector<std::string_view> names;
+    for (const Struct* part : parts_) {
+      for (const Member& member : part->members) names.push_back(member.name);
+    }
+    return names;
+  }
   void Choose(const Member& member, void* owner, size_t number) {
     if (seen_[number]) throw Unfit("is there twice");
     seen_.set(number);
