@@ -16,7 +16,8 @@ elseif(VDRZAX_TOOLS)
 endif()
 
 set(manual_dir ${PROJECT_BINARY_DIR}/manual)
-file(GLOB manual_sources CONFIGURE_DEPENDS scripts/manual/*.py docs/*.md)
+file(GLOB manual_sources CONFIGURE_DEPENDS scripts/manual/*.py docs/*.md
+     tools/memcheck/vdrzax-memcheck.in)
 set(make_pages ${VDRZAX_PYTHON} -B ${PROJECT_SOURCE_DIR}/scripts/manual/make.py)
 set(completions "")
 if(manual_tools)

@@ -6,6 +6,7 @@ Without the tools, as where they can't run because they are built for another ma
 pages are not made.
 """
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -17,7 +18,7 @@ import markdown
 import program
 import public_header
 import roff
-from blocks import Links, Section
+from blocks import Code, Links, Section
 
 
 class Source:
@@ -30,6 +31,7 @@ class Source:
         self.documents = {path.stem: path.read_text()
                           for path in sorted((directory / "docs").glob("*.md"),
                                              key=lambda each: each.stem)}
+        self.memcheck = (directory / "tools/memcheck/vdrzax-memcheck.in").read_text()
         numbers = {macro.name: macro.value for header in headers for macro in header.macros}
         self.version = ".".join(numbers[f"VDRZAX_VERSION_{part}"]
                                 for part in ("MAJOR", "MINOR", "PATCH"))
@@ -46,14 +48,15 @@ def write_man(source, output, tools):
         vdrctl, vdrsim = tools
         _write(output / "man1/vdrctl.1", _said(vdrctl, "reference", "man"))
         _write(output / "man1/vdrsim.1", _vdrsim(vdrsim, source))
+        _write(output / "man1/vdrzax-memcheck.1", _memcheck(source))
 
 
 def _vdrsim(program_file, source):
     """What it says of itself, then how it works: its page and those on parts of it."""
     whole, *commands = program.sections(program_file, "vdrsim")
     usage, about, *options = whole.blocks
-    lines = [roff.title("vdrsim", 1, source.version), ".SH NAME",
-             r"vdrsim \- run programs against a simulated datapath of the virtual distributed router"]
+    lines = _head(source, "vdrsim", "run programs against a simulated datapath of the virtual "
+                                    "distributed router")
     for section in (Section("Synopsis", [usage]), Section("Description", [about]),
                     Section("Options", options)):
         lines += roff.section_lines(section)
@@ -63,6 +66,19 @@ def _vdrsim(program_file, source):
     documents = "".join(markdown.man(text) for name, text in source.documents.items()
                         if name.partition("-")[0] == "vdrsim")
     return "\n".join(lines) + "\n" + documents + _see_also("vdrctl", "vdrzax")
+
+
+def _memcheck(source):
+    """How it is called, as it says itself, then its page."""
+    usage = re.search(r"^# usage: (.*)", source.memcheck, re.MULTILINE)[1]
+    lines = _head(source, "vdrzax-memcheck", "run a program that uses libvdrzax under memcheck")
+    lines += roff.section_lines(Section("Synopsis", [Code(usage)]))
+    return ("\n".join(lines) + "\n" + markdown.man(source.documents["memcheck"])
+            + _see_also("vdrsim", "vdrzax"))
+
+
+def _head(source, name, summary):
+    return [roff.title(name, 1, source.version), ".SH NAME", rf"{roff.escape(name)} \- {summary}"]
 
 
 def _see_also(*names):

@@ -134,6 +134,12 @@ class Manual(unittest.TestCase):
                 self.assertIn(f"vdrsim {' '.join(waiting[-1])} ", page)
         self.assertGreater(options, 3)
 
+    def test_the_page_of_memcheck_says_how_it_is_called_and_what_it_does(self):
+        page = rendered(MAN / "man1/vdrzax-memcheck.1")
+        usage = (SOURCE / "tools/memcheck/vdrzax-memcheck.in").read_text()
+        self.assertIn(re.search(r"^# usage: (.*)", usage, re.MULTILINE)[1], page)
+        self.assertIn("status 99 when memcheck reports something", page)
+
     def test_what_vdrctl_says_of_itself_is_installed_as_it_is(self):
         for place, *words in (("man/man1/vdrctl.1", "reference", "man"),
                               ("completions/bash-completion/completions/vdrctl", "completion", "bash"),

@@ -27,7 +27,8 @@ esac
 "$prefix/bin/vdrctl" --version >/dev/null
 
 if grep -q '^VDRZAX_MANUAL:BOOL=ON' "$build/CMakeCache.txt"; then
-  for file in man/man1/vdrctl.1 man/man1/vdrsim.1 man/man3/VDRZAX_GetInstances.3 man/man7/vdrzax.7 \
+  for file in man/man1/vdrctl.1 man/man1/vdrsim.1 man/man1/vdrzax-memcheck.1 \
+    man/man3/VDRZAX_GetInstances.3 man/man7/vdrzax.7 \
     doc/vdrzax/html/index.html bash-completion/completions/vdrctl zsh/site-functions/_vdrctl \
     fish/vendor_completions.d/vdrctl.fish; do
     [ -s "$prefix/share/$file" ] || { echo "share/$file is not installed"; exit 1; }
