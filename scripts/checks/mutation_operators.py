@@ -144,7 +144,7 @@ class Source(mutation_text.Text):
 
     def _begin_of_choice(self, index):
         index -= 1
-        while self.word(index) not in ("(", "[", "{", ",", ";", "=", "return"):
+        while self.word(index) not in ("(", "[", "{", ",", ";", "=", "+=", "-=", "?", ":", "return"):
             index = self.open.get(index, index) - 1
         return index + 1
 

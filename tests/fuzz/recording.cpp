@@ -8,6 +8,7 @@
 #include "memory_file.h"
 #include "replay/matching_replay.h"
 #include "replay/strict_replay.h"
+#include "support/any_memory.h"
 
 // An input is a file to be replayed.
 
@@ -16,13 +17,6 @@ namespace {
 using vdrsim::Answer;
 using vdrsim::Recorded;
 using vdrsim::Recording;
-
-class Memory final : public vdrsim::Destination {
- public:
-  bool Takes(uint32_t) override { return true; }
-  bool HoldUp(std::chrono::nanoseconds) noexcept override { return true; }
-  void Kill() noexcept override {}
-};
 
 // What is refused says where.
 void CheckRefusal(const std::string& path, const std::string& why) {
@@ -58,7 +52,7 @@ void CheckAnswer(const Recording& recording, const Recorded& command, Answer ans
 // Asked for what it holds, it departs from nothing.
 template <typename Replay>
 void CheckReplay(const Recording& recording, Replay& replay, bool isInOrder) {
-  Memory memory;
+  AnyMemory memory;
   for (const Recorded& command : recording.commands()) {
     const auto input = recording.Input(command);
     Require(input.has_value(), "an input can be read");

@@ -11,6 +11,7 @@
 #include "require.h"
 #include "state/state_reader.h"
 #include "state/state_writer.h"
+#include "support/any_memory.h"
 
 // An input is a row of commands for the datapath, given to it in process.
 
@@ -19,17 +20,6 @@ namespace {
 using Bytes = std::vector<std::byte>;
 using vdrsim::requests::Field;
 using vdrsim::requests::Request;
-
-class Memory final : public vdrsim::Destination {
- public:
-  explicit Memory(bool takes) : takes_(takes) {}
-  bool Takes(uint32_t) override { return takes_; }
-  bool HoldUp(std::chrono::nanoseconds) noexcept override { return true; }
-  void Kill() noexcept override {}
-
- private:
-  bool takes_;
-};
 
 // A few names, so that commands meet the objects of others; one has no terminator in its field.
 std::string Named(uint8_t number, size_t width) {
@@ -81,7 +71,7 @@ const Request* Find(uint32_t code, const Bytes& input) {
 
 void Check(vdrsim::Datapath& datapath, uint32_t code, const Bytes& input, uint32_t capacity,
            bool takes) {
-  Memory memory(takes);
+  AnyMemory memory(takes);
   const vdrsim::State before = datapath.state();
   vdrsim::Answer answer = datapath.Execute({.process = 1,
                                             .thread = 1,

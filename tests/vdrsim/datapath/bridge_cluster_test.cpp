@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
+#include "support/any_memory.h"
 
 namespace {
 
@@ -23,11 +23,10 @@ Wire NodeBlock(std::string_view cluster, std::string_view node) {
   return Block(cluster).Text(256, node);
 }
 
-class SimulatedClusters : public testing::Test {
+class SimulatedClusters : public in_process::Simulated {
  protected:
   SimulatedClusters() { EXPECT_EQ(Do(90, Block("owner")), 0); }
 
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result Clusters(std::string_view name = "") {
     return Execute(datapath_, 89, Block(name), 10 * 183);
   }
@@ -35,8 +34,6 @@ class SimulatedClusters : public testing::Test {
   Result Sessions(std::string_view name = "") {
     return Execute(datapath_, 96, Block(name), 2867200 * 39);
   }
-
-  Datapath datapath_{};
 };
 
 TEST_F(SimulatedClusters, WhatIsSetOfOneShows) {
@@ -191,13 +188,6 @@ TEST_F(SimulatedSessions, EachNodeWatchesEachEndpoint) {
   EXPECT_EQ(differences(Sessions("edge-2"), {second(0, 0), second(1, 0)}), "");
 }
 
-class AnyMemory final : public vdrsim::Destination {
- public:
-  bool Takes(uint32_t) override { return true; }
-  bool HoldUp(std::chrono::nanoseconds) noexcept override { return true; }
-  void Kill() noexcept override {}
-};
-
 // The sessions are taken from a datapath whose endpoints are all deleted by other commands meanwhile.
 TEST_F(SimulatedSessions, AtTheirCapTheyAreMadePieceByPieceWhileOtherCommandsGoOn) {
   for (int number = 0; number < 28672; ++number) {
@@ -268,14 +258,11 @@ TEST(SimulatedPortConnections, ThereIsRoomForAsManyAsTheReplyHolds) {
   EXPECT_EQ(Execute(datapath, 99, Block(), 131072).reply.size(), 1524U * 86);
 }
 
-class SimulatedTransportNode : public testing::Test {
+class SimulatedTransportNode : public in_process::Simulated {
  protected:
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result Get(uint32_t selector = 0) {
     return Execute(datapath_, 102, Wire(968).U32(468, selector), 2048);
   }
-
-  Datapath datapath_{};
 };
 
 TEST_F(SimulatedTransportNode, ItIsReadBackAsItWasSet) {

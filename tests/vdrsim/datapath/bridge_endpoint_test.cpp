@@ -4,8 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -14,7 +13,6 @@ using in_process::Difference;
 using in_process::Execute;
 using in_process::Result;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 Wire EndpointBlock(std::string_view lif, std::string_view name) {
   return Wire(968).Text(320, name).Text(384, lif);
@@ -44,22 +42,19 @@ Wire FullRecord(std::string_view name) {
       .U8(203, 0x0c);
 }
 
-class SimulatedEndpoints : public testing::Test {
+class SimulatedEndpoints : public in_process::Simulated {
  protected:
   SimulatedEndpoints() {
     EXPECT_EQ(Do(2, Block("edge-1")), 0);
     EXPECT_EQ(Do(57, Block("edge-1").Text(384, "bridged")), 0);
   }
 
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result List(std::string_view instance = "") {
     return Execute(datapath_, 95, Block(instance), 28672 * 235);
   }
   Result Stats() { return Execute(datapath_, 50, EndpointBlock("bridged", ""), 146); }
   Result Status() { return Execute(datapath_, 51, EndpointBlock("bridged", ""), 229); }
   Result All() { return Execute(datapath_, 52, Block(), 28672 * 235); }
-
-  Datapath datapath_{};
 };
 
 TEST_F(SimulatedEndpoints, AnEndpointIsReadBackAsItWasSet) {

@@ -5,8 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -16,7 +15,6 @@ using in_process::Difference;
 using in_process::Execute;
 using in_process::Result;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 Wire BridgeBlock(std::string_view instance, uint32_t value) {
   return Block(instance).U32(256, value);
@@ -41,20 +39,17 @@ Wire Joined(const std::vector<Wire>& records) {
   return all;
 }
 
-class SimulatedBridges : public testing::Test {
+class SimulatedBridges : public in_process::Simulated {
  protected:
   SimulatedBridges() {
     EXPECT_EQ(Do(2, Block("edge-1")), 0);
     EXPECT_EQ(Do(53, BridgeBlock("edge-1", 7)), 0);
   }
 
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result Get(std::string_view instance = "edge-1") {
     return Execute(datapath_, 62, Block(instance), 393);
   }
   Result List() { return Execute(datapath_, 61, Block(), 4096 * 393); }
-
-  Datapath datapath_{};
 };
 
 TEST_F(SimulatedBridges, ABridgeIsKnownByItsInstanceAndItsValue) {

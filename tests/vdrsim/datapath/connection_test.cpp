@@ -4,8 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -14,18 +13,14 @@ using in_process::Difference;
 using in_process::Execute;
 using in_process::Result;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 constexpr uint32_t kAmpleRoom = 131072;
 
-class SimulatedConnections : public testing::Test {
+class SimulatedConnections : public in_process::Simulated {
  protected:
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result Get(uint32_t code, const Wire& block) {
     return Execute(datapath_, code, block, kAmpleRoom);
   }
-
-  Datapath datapath_{};
 };
 
 Wire Named(std::string_view name) { return Block().Text(256, name); }

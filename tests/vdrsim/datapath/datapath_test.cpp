@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "in_process.h"
+#include "support/any_memory.h"
 
 namespace {
 
@@ -82,13 +83,6 @@ TEST(SimulatedDatapath, ACommandWhoseReplyCannotBeDeliveredHasNoEffect) {
   EXPECT_EQ(Execute(datapath, 0, Block(), kRoomForAll).reply.size(), 577U);
   EXPECT_EQ(Execute(datapath, 9, {}, 4).reply, Scalar(0));
 }
-
-class AnyMemory final : public vdrsim::Destination {
- public:
-  bool Takes(uint32_t) override { return true; }
-  bool HoldUp(std::chrono::nanoseconds) noexcept override { return true; }
-  void Kill() noexcept override {}
-};
 
 vdrsim::Answer Start(Datapath& datapath, uint32_t code, std::span<const std::byte> input) {
   AnyMemory memory;

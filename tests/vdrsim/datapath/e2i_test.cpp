@@ -4,8 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -14,22 +13,18 @@ using in_process::Difference;
 using in_process::Execute;
 using in_process::Result;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 constexpr uint32_t kAmpleRoom = 500000;
 constexpr const char* kMac = "\x02\x12\x22\x32\x42\x52";
 
-class SimulatedE2i : public testing::Test {
+class SimulatedE2i : public in_process::Simulated {
  protected:
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result Get(uint32_t code, const Wire& block = Block()) {
     return Execute(datapath_, code, block, kAmpleRoom);
   }
   int AddMac(std::string_view mac, uint32_t value) {
     return Do(74, Block().U32(256, value).Text(260, mac));
   }
-
-  Datapath datapath_{};
 };
 
 Wire Key(uint32_t key) { return Block().U32(256, key); }

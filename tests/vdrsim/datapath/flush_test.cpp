@@ -6,8 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -15,14 +14,13 @@ using in_process::Block;
 using in_process::Difference;
 using in_process::Execute;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 // A flush whose selectors and value say something, which nobody looks at.
 Wire FlushBlock(uint32_t target, std::string_view name = "") {
   return Wire(968).U32(256, target).U8(260, 1).U8(261, 2).U8(262, 3).Text(263, name).U32(328, 4);
 }
 
-class Flushes : public testing::Test {
+class Flushes : public in_process::Simulated {
  protected:
   Flushes() {
     for (const char* instance : {"edge-1", "edge-2"}) {
@@ -60,10 +58,6 @@ class Flushes : public testing::Test {
     }
     return present;
   }
-
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
-
-  Datapath datapath_{};
 };
 
 using Targets = std::vector<uint32_t>;

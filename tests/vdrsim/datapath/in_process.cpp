@@ -4,23 +4,14 @@
 
 #include <string>
 
+#include "support/any_memory.h"
+
 namespace in_process {
 
 namespace {
 
-class Memory final : public vdrsim::Destination {
- public:
-  explicit Memory(bool takes) : takes_(takes) {}
-  bool Takes(uint32_t) override { return takes_; }
-  bool HoldUp(std::chrono::nanoseconds) noexcept override { return true; }
-  void Kill() noexcept override {}
-
- private:
-  bool takes_;
-};
-
 Result Execute(vdrsim::Executor& executor, uint32_t code, std::span<const std::byte> input,
-               uint32_t capacity, Memory memory) {
+               uint32_t capacity, AnyMemory memory) {
   vdrsim::Answer answer = executor.Execute({.process = 1,
                                             .thread = 1,
                                             .node = vdrsim::Node::Normal,
@@ -61,12 +52,12 @@ std::string Difference(const Result& result, const Wire& expected) {
 
 Result Execute(vdrsim::Executor& executor, uint32_t code, std::span<const std::byte> input,
                uint32_t capacity) {
-  return Execute(executor, code, input, capacity, Memory(true));
+  return Execute(executor, code, input, capacity, AnyMemory());
 }
 
 Result ExecuteInVain(vdrsim::Executor& executor, uint32_t code, std::span<const std::byte> input,
                      uint32_t capacity) {
-  return Execute(executor, code, input, capacity, Memory(false));
+  return Execute(executor, code, input, capacity, AnyMemory(false));
 }
 
 }  // namespace in_process

@@ -4,8 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -14,7 +13,6 @@ using in_process::Difference;
 using in_process::Execute;
 using in_process::Result;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 constexpr uint32_t kRoomForAll = 23280000;
 
@@ -41,17 +39,14 @@ Wire Record(uint64_t destination, uint8_t prefixLength, uint64_t gateway,
       .Text(60, interface);
 }
 
-class SimulatedIpv6Routes : public testing::Test {
+class SimulatedIpv6Routes : public in_process::Simulated {
  protected:
   SimulatedIpv6Routes() { EXPECT_EQ(Do(2, Block("edge-1")), 0); }
 
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result List(uint32_t capacity = kRoomForAll) {
     return Execute(datapath_, 114, Block("edge-1"), capacity);
   }
   uint32_t Number() { return Execute(datapath_, 115, Block("edge-1"), 4).WordAt(0); }
-
-  Datapath datapath_{};
 };
 
 TEST_F(SimulatedIpv6Routes, ARouteIsReadBackAsItWasSet) {

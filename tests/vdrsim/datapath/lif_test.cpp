@@ -6,8 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -16,7 +15,6 @@ using in_process::Difference;
 using in_process::Execute;
 using in_process::Result;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 constexpr uint32_t kRoomForOne = 961;
 constexpr uint32_t kRoomForAll = 9610000;
@@ -28,22 +26,19 @@ Wire LifBlock(std::string_view instance, std::string_view lif) {
 
 Wire Record(std::string_view name) { return Wire(961).Text(0, name); }
 
-class SimulatedLifs : public testing::Test {
+class SimulatedLifs : public in_process::Simulated {
  protected:
   SimulatedLifs() {
     EXPECT_EQ(Do(2, Block("edge-1")), 0);
     EXPECT_EQ(Do(19, LifBlock("edge-1", "uplink")), 0);
   }
 
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result Get(std::string_view lif = "uplink", uint32_t code = 22) {
     return Execute(datapath_, code, LifBlock("edge-1", lif), kRoomForOne);
   }
   Result List(uint32_t code, const Wire& block) {
     return Execute(datapath_, code, block, kRoomForAll);
   }
-
-  Datapath datapath_{};
 };
 
 TEST_F(SimulatedLifs, ALifIsReadBackAsItWasSet) {

@@ -4,8 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -14,20 +13,16 @@ using in_process::Difference;
 using in_process::Execute;
 using in_process::Result;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 constexpr uint32_t kAmpleRoom = 200000;
 
-class SimulatedMulticast : public testing::Test {
+class SimulatedMulticast : public in_process::Simulated {
  protected:
   SimulatedMulticast() { EXPECT_EQ(Do(2, Block("edge-1")), 0); }
 
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result Get(uint32_t code, uint32_t key = 7) {
     return Execute(datapath_, code, Block("edge-1").U32(256, key), kAmpleRoom);
   }
-
-  Datapath datapath_{};
 };
 
 Wire Local(uint32_t key, std::string_view name) {

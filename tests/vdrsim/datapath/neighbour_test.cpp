@@ -6,8 +6,7 @@
 #include <tuple>
 #include <vector>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -67,7 +66,7 @@ Wire Join(const std::vector<Wire>& records) {
   return all;
 }
 
-class SimulatedNeighbours : public testing::TestWithParam<Kind> {
+class SimulatedNeighbours : public in_process::Simulated, public testing::WithParamInterface<Kind> {
  protected:
   SimulatedNeighbours() {
     EXPECT_EQ(Do(2, Block("edge-1")), 0);
@@ -76,7 +75,6 @@ class SimulatedNeighbours : public testing::TestWithParam<Kind> {
     }
   }
 
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   int Set(const Wire& block) { return Do(kind_.set, block); }
   int Remove(const Wire& block) { return Do(kind_.remove, block); }
   Result List(std::string_view interface = "") { return ListOf(kind_, interface); }
@@ -85,7 +83,6 @@ class SimulatedNeighbours : public testing::TestWithParam<Kind> {
   }
 
   const Kind& kind_ = GetParam();
-  Datapath datapath_{};
 };
 
 TEST_P(SimulatedNeighbours, OneIsReadBackAsItWasSet) {

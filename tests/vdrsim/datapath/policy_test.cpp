@@ -5,8 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -15,18 +14,14 @@ using in_process::Difference;
 using in_process::Execute;
 using in_process::Result;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 constexpr uint32_t kAmpleRoom = 13500000;
 
-class SimulatedPolicies : public testing::Test {
+class SimulatedPolicies : public in_process::Simulated {
  protected:
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result Get(uint32_t code, const Wire& block) {
     return Execute(datapath_, code, block, kAmpleRoom);
   }
-
-  Datapath datapath_{};
 };
 
 Wire Key(uint32_t key) { return Block().U32(412, key); }

@@ -5,8 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -16,7 +15,6 @@ using in_process::Execute;
 using in_process::ExecuteInVain;
 using in_process::Result;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 constexpr uint32_t kRoomForAll = 13360000;
 
@@ -46,16 +44,13 @@ Wire operator+(const Wire& first, const Wire& second) {
   return both.Text(0, text(first)).Text(first.bytes().size(), text(second));
 }
 
-class SimulatedRoutes : public testing::Test {
+class SimulatedRoutes : public in_process::Simulated {
  protected:
   SimulatedRoutes() { EXPECT_EQ(Do(2, Block("edge-1")), 0); }
 
-  int Do(uint32_t code, const Wire& block) { return Execute(datapath_, code, block).error; }
   Result List(uint32_t code = 36, std::string_view instance = "edge-1") {
     return Execute(datapath_, code, Block(instance), kRoomForAll);
   }
-
-  Datapath datapath_{};
 };
 
 TEST_F(SimulatedRoutes, ARouteIsReadBackAsItWasSet) {

@@ -6,8 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "datapath/datapath.h"
-#include "in_process.h"
+#include "simulated.h"
 
 namespace {
 
@@ -16,21 +15,15 @@ using in_process::Difference;
 using in_process::Execute;
 using in_process::Result;
 using in_process::Wire;
-using vdrsim::Datapath;
 
 constexpr uint32_t kAmpleRoom = 9000000;
 constexpr const char* kMac = "\x02\x12\x22\x32\x42\x52";
 
-class SimulatedServices : public testing::Test {
+class SimulatedServices : public in_process::Simulated {
  protected:
-  int Do(uint32_t code, std::span<const std::byte> input) {
-    return Execute(datapath_, code, input).error;
-  }
   Result Get(uint32_t code, std::span<const std::byte> input) {
     return Execute(datapath_, code, input, kAmpleRoom);
   }
-
-  Datapath datapath_{};
 };
 
 TEST_F(SimulatedServices, AFullSyncSaveLeavesItsStatus) {
