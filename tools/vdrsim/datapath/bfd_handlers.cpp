@@ -43,8 +43,8 @@ class BfdSessions {
 
   // As many sessions of one endpoint as there is room for.
   size_t Write(std::span<std::byte> room) {
+    if (next_ == endpoints_.size()) return 0;
     const size_t length = std::min(room.size() / kSize * kSize, ofNodes_.size() - at_);
-    if (length == 0 || next_ == endpoints_.size()) return 0;
     std::memcpy(room.data(), &ofNodes_[at_], length);
     const BridgeEndpoint& endpoint = *endpoints_[next_].endpoint;
     for (size_t session = 0; session < length; session += kSize) {

@@ -56,9 +56,9 @@ Answer Handle(const State& state, const Input<"SoftRSSGetIndTable">& input) {
 
 int Handle(State& state, const Input<"SoftRSSTableSet">& input) {
   return SetNamed(state.softRss, input.ObjectName("name"), kNoCap, [&](SoftRss& object) {
-    const int32_t count = input.Signed("entryCount");
-    if (count < 0 || static_cast<size_t>(count) > object.indirection.size()) return EINVAL;
-    object.entryCount = static_cast<uint32_t>(count);
+    const auto count = static_cast<uint32_t>(input.Signed("entryCount"));
+    if (count > object.indirection.size()) return EINVAL;
+    object.entryCount = count;
     object.indirection = {};
     std::ranges::copy(input.Bytes("bytes").first(object.entryCount), object.indirection.begin());
     return 0;
