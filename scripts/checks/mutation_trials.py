@@ -11,6 +11,8 @@ import time
 
 # A mutant may allocate, wait or loop without end.
 MEMORY_KIB = 6 * 1024 * 1024
+COMPILER_MEMORY_KIB = 2 * 1024 * 1024
+COMPILER_SECONDS = 120
 
 # Tests run where no signal of a mutant reaches anybody else, in a namespace of processes that ends
 # with its first one, and with the mutant in the place of the programs that it was made from.
@@ -174,6 +176,12 @@ class Trial:
         return replacements
 
     def execute(self, command):
-        return subprocess.run(list(map(str, command)), cwd=self.baseline.build,
-                              stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL).returncode == 0
+        """Whether a compiler or linker succeeds; what it evaluates may loop without end, too."""
+        limit = f"--as={COMPILER_MEMORY_KIB * 1024}"
+        try:
+            return subprocess.run(["prlimit", limit, *map(str, command)], cwd=self.baseline.build,
+                                  stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                  stderr=subprocess.DEVNULL,
+                                  timeout=COMPILER_SECONDS).returncode == 0
+        except subprocess.TimeoutExpired:
+            return False
