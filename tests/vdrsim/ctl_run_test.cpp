@@ -87,7 +87,7 @@ TEST(Ctl, MarksTheJournal) {
   ASSERT_NE(mark, std::string::npos) << result.output;
   EXPECT_LT(result.output.find("GetLogLevel"), mark);
   EXPECT_GT(result.output.find("SetLogLevel"), mark);
-  EXPECT_EQ(result.output.find("255"), std::string::npos) << "it is no command itself";
+  EXPECT_EQ(result.output.find("\"code\":255"), std::string::npos) << "it is no command itself";
 }
 
 TEST(Ctl, SaysThatThereIsNoJournal) {
