@@ -121,13 +121,15 @@ class Tool:
         return found.items()
 
     def steps(self, mutant, text):
-        """The checks that most probably notice come first: those that are named like the source,
-        then the fastest."""
-        stem = os.path.splitext(os.path.basename(mutant.path))[0]
+        """The checks that most probably notice come first: those that are named like the source or
+        its folder, then the fastest."""
+        folder, name = os.path.split(mutant.path)
+        known = (os.path.splitext(name)[0], os.path.basename(folder))
 
         def order(check):
             words = re.sub(r"^vdr\w+?[._]", "", check.name)
-            return -len(os.path.commonprefix([stem, words])), check.seconds
+            alike = max(len(os.path.commonprefix([each, words])) for each in known)
+            return -alike, check.seconds
 
         objects = set(self.baseline.objects[mutant.path])
         found = []
