@@ -288,6 +288,16 @@ TEST_F(SimulatedNetworks, PortsAreThoseOfOneNetwork) {
   EXPECT_EQ(Ports(5, 8).error, ENOENT);
 }
 
+TEST_F(SimulatedNetworks, PortsShowNamesOfAnyLength) {
+  const std::string lif(63, 'l');
+  const std::string name = "abcdefgh" + std::string(55, 'n');
+  ASSERT_EQ(Do(57, Block("edge-1").Text(384, lif)), 0);
+  ASSERT_EQ(Do(45, Wire(968).Text(320, name).Text(384, lif).U32(544, 7).U16(720, 5)), 0);
+  EXPECT_EQ(Difference(Ports(5, 7),
+                       Wire(146).U64(0, 1).U32(8, 7).U16(12, 5).Text(18, lif).Text(82, name)),
+            "");
+}
+
 TEST_F(SimulatedNetworks, TheirListsAreFullWithAllBridgesAndEndpoints) {
   for (uint32_t value = 1000; value < 1000 + 4095; ++value) {
     ASSERT_EQ(Do(53, BridgeBlock("edge-1", value)), 0);

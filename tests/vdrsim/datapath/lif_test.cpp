@@ -273,7 +273,7 @@ TEST_F(SimulatedLifs, RelayServersShowUntilTheyAreCleared) {
   ASSERT_EQ(Do(33, block), 0);
   EXPECT_EQ(Difference(Get(), record), "");
 
-  EXPECT_EQ(Do(33, Wire(block).U32(556, 9)), EINVAL);
+  EXPECT_EQ(Do(33, Wire(block).U32(556, 9).U32(736, 1)), EINVAL) << "there are 8 places";
   EXPECT_EQ(Do(33, Wire(block).U32(576 + 7 * 20, 2)), EINVAL);
   EXPECT_EQ(Do(33, Wire(block).U32(576, 0x0101)), EINVAL);
   EXPECT_EQ(Difference(Get(), record), "");

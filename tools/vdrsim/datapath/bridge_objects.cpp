@@ -1,13 +1,8 @@
 #include "datapath/bridge_objects.h"
 
-#include <algorithm>
-
 namespace vdrsim {
 
 void AppendEndpoints(const Instance& instance, std::vector<EndpointRow>& rows) {
-  size_t count = rows.size();
-  for (const auto& [name, lif] : instance.bridgeLifs) count += lif.endpoints.size();
-  if (count > rows.capacity()) rows.reserve(std::max(count, 2 * rows.capacity()));
   for (const auto& [lifName, lif] : instance.bridgeLifs) {
     for (const auto& [name, endpoint] : lif.endpoints) rows.push_back({lifName, name, &endpoint});
   }
