@@ -276,6 +276,7 @@ TEST_F(SimulatedLifs, RelayServersShowUntilTheyAreCleared) {
   EXPECT_EQ(Do(33, Wire(block).U32(556, 9).U32(736, 1)), EINVAL) << "there are 8 places";
   EXPECT_EQ(Do(33, Wire(block).U32(576 + 7 * 20, 2)), EINVAL);
   EXPECT_EQ(Do(33, Wire(block).U32(576, 0x0101)), EINVAL);
+  EXPECT_EQ(Do(33, Wire(block).U32(576, 0x01000001)), EINVAL);
   EXPECT_EQ(Difference(Get(), record), "");
 
   ASSERT_EQ(Do(33, LifBlock("edge-1", "uplink")), 0);

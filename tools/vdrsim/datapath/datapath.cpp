@@ -56,6 +56,7 @@ constexpr auto AllHandlers(std::index_sequence<Indexes...>) {
 }
 
 constexpr auto kHandlers = AllHandlers(std::make_index_sequence<kRequests.size()>());
+static_assert(std::ranges::find(kHandlers, nullptr) == kHandlers.end(), "each request is handled");
 
 bool DoesWithoutReply(const Request& request, const Call& call) {
   return request.room.isOptional && call.capacity == 0;
@@ -78,7 +79,7 @@ bool IsCounted(const Request& request) { return request.code != 43 && request.co
 
 Answer Datapath::Execute(const Call& call) noexcept {
   const size_t index = requests::Identify(call.code, call.input);
-  if (index == Meanings::kNone || !kHandlers[index]) return {.error = ENOTTY};
+  if (index == Meanings::kNone) return {.error = ENOTTY};
   const Request& request = *kRequests[index];
   Answer answer = Carry(call, index);
   if (IsCounted(request)) {

@@ -1,0 +1,15 @@
+#include "allocations.h"
+
+#include <cstdlib>
+#include <new>
+
+thread_local long allocations::allowed = -1;
+
+void* operator new(std::size_t size) {
+  if (allocations::allowed == 0) throw std::bad_alloc();
+  if (allocations::allowed > 0) --allocations::allowed;
+  if (void* memory = std::malloc(size)) return memory;
+  throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
