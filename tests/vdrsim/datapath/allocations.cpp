@@ -11,5 +11,10 @@ void* operator new(std::size_t size) {
   if (void* memory = std::malloc(size)) return memory;
   throw std::bad_alloc();
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept try {
+  return operator new(size);
+} catch (const std::bad_alloc&) {
+  return nullptr;
+}
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
