@@ -67,8 +67,7 @@ class Replay(unittest.TestCase):
     def test_a_recording_holds_what_faults_made_of_the_answers(self):
         done = vdrsim("record", "--simulated", "--fault", "GetLogLevel:error=EIO:when=2", "--trace",
                       "--journal", self.beside("journal"), self.file, "--", "sh", "-c",
-                      '"$0" log-level get; "$0" log-level get; ' + f'{VDRSIM} ctl journal mark x',
-                      VDRCTL)
+                      '"$0" log-level get; "$0" log-level get; "$1" ctl journal mark x', VDRCTL, VDRSIM)
         self.assertRegex(done.stderr, r"GetLogLevel\(\) = 0 <4>\n(.*\n)?.*GetLogLevel\(\) = -1 EIO "
                                       r"\(Input/output error\)\n(.*\n)?\[mark\] \"x\"\n")
         recorded, written = self.lines_of(self.file), self.lines_of(self.beside("journal"))
@@ -100,7 +99,7 @@ class Replay(unittest.TestCase):
         done = vdrsim("record", "--simulated", "--state", self.beside("state"), "--save",
                       self.beside("saved"), self.file, "--", "sh", "-c",
                       '"$0" instance show edge-1 >/dev/null && "$0" instance delete edge-1 && '
-                      f"{VDRSIM} ctl state show", VDRCTL)
+                      '"$1" ctl state show', VDRCTL, VDRSIM)
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertNotIn("instances", json.loads(done.stdout))
         self.assertEqual(self.beside("saved").read_text(), done.stdout)
