@@ -103,6 +103,8 @@ TEST(JournalForm, AMarkAndTheEndHaveLinesOfTheirOwn) {
             "\"time\":2.000000003}\n");
   EXPECT_EQ(Line(Mark(4, "two\nlines")),
             "{\"mark\":\"two\\nlines\",\"seq\":4,\"time\":2.000000003}\n");
+  EXPECT_EQ(Line(Mark(4, "\"")), "{\"mark\":\"\\\"\",\"seq\":4,\"time\":2.000000003}\n");
+  EXPECT_EQ(Line(Mark(4, "\\")), "{\"mark\":\"\\\\\",\"seq\":4,\"time\":2.000000003}\n");
   EXPECT_EQ(Line({.kind = Entry::Kind::End, .seq = 12, .time = 5}),
             "{\"end\":12,\"time\":0.000000005}\n");
 }

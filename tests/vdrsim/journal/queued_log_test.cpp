@@ -74,6 +74,15 @@ TEST_F(QueuedLogTest, WhatIsSyncedIsInTheFile) {
   EXPECT_EQ(Content(Path("file")), Lines(100));
 }
 
+TEST_F(QueuedLogTest, AFileIsForWhomTheUmaskSays) {
+  const mode_t before = umask(0002);
+  const Target target = Target::File(Path("file"));
+  umask(before);
+  struct stat made {};
+  ASSERT_EQ(stat(Path("file").c_str(), &made), 0);
+  EXPECT_EQ(made.st_mode & 0777U, 0664U);
+}
+
 TEST_F(QueuedLogTest, AFileThatCannotBeCreatedIsRefusedByName) {
   try {
     const Target target = Target::File(Path("missing/file"));
