@@ -59,9 +59,15 @@ std::map<std::string, Field, std::less<>> FieldsOf(const RecordLayout& layout) {
   return fields;
 }
 
+// The path of a member.
+std::string Below(const std::string& place, const std::string& name) {
+  return fmt::format("{}/{}", place, name);
+}
+
 template <typename Map>
 std::vector<std::string_view> Keys(const Map& map) {
   std::vector<std::string_view> keys;
+  keys.reserve(map.size());
   for (const auto& [key, value] : map) keys.push_back(key);
   return keys;
 }
@@ -160,7 +166,7 @@ void Reader::ReadRecord(const std::string& title, const Json& fields) {
   }
   const auto known = FieldsOf(*layout->second);
   for (const auto& [name, value] : Object(fields, place).items()) {
-    const std::string here = place + "/" + name;
+    const std::string here = Below(place, name);
     const auto field = known.find(name);
     if (field == known.end()) {
       Refuse(here, "the record has no field of this name" + tools::Suggestion(name, Keys(known)));
@@ -176,7 +182,7 @@ FieldName Reader::ReadField(const Json& value, const Field& field, const std::st
     name.name = Text(value, place);
   } else {
     for (const auto& [key, member] : Object(value, place).items()) {
-      const std::string here = place + "/" + key;
+      const std::string here = Below(place, key);
       if (key == "name") {
         name.name = Text(member, here);
       } else if (key == "form") {
@@ -249,7 +255,7 @@ std::vector<Flag> Reader::ReadFlags(const Json& value, const Field& field,
   std::vector<Flag> flags;
   const uint32_t bits = 8 * field.ElementWidth();
   for (const auto& [name, mask] : Object(value, place).items()) {
-    const std::string here = place + "/" + name;
+    const std::string here = Below(place, name);
     if (!IsName(name)) Refuse(here, "a name is of 1 to 63 letters, digits, '_' and '-'");
     const bool fits = mask.is_number_unsigned() && mask.get<uint64_t>() != 0 &&
                       (bits == 64 || mask.get<uint64_t>() >> bits == 0);
