@@ -99,7 +99,7 @@ bool QueuedLog::Finish() noexcept {
   wake_.notify_one();
   const auto start = std::chrono::steady_clock::now();
   bool isSilent = target_.name().empty();
-  while (written_ != appended_ && !hasFailed_) {
+  while (written_ != appended_ && !isFailureTold_) {
     progress_.wait_for(lock, kLookInterval);
     if (IsToldToStop()) givesUp_ = true;
     if (isSilent || std::chrono::steady_clock::now() < start + kSilence) continue;
@@ -173,6 +173,7 @@ void QueuedLog::Fail(int error) noexcept {
   }
   // Nobody is between looking and waiting when this is told.
   const std::lock_guard lock(mutex_);
+  isFailureTold_ = true;
   progress_.notify_all();
 }
 

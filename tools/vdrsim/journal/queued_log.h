@@ -51,6 +51,7 @@ class QueuedLog final : public Log {
   bool isIdle_ = false;
   bool isHurried_ = false;
   bool isEnding_ = false;
+  bool isFailureTold_ = false;
 
   std::atomic<bool> givesUp_ = false;
   std::atomic<bool> hasFailed_ = false;
