@@ -24,8 +24,9 @@ std::string_view ErrnoName(int error) {
 }
 
 std::optional<int> ErrnoOf(std::string_view name) {
+  if (name.empty()) return std::nullopt;
   for (int error = 1; error <= kHighestErrno; ++error) {
-    if (!name.empty() && ErrnoName(error) == name) return error;
+    if (ErrnoName(error) == name) return error;
   }
   for (const auto& [second, error] : kSecondNames) {
     if (name == second) return error;

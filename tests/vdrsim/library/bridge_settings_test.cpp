@@ -10,6 +10,8 @@
 
 namespace {
 
+using library::BridgeNetworks;
+using library::BridgePorts;
 using library::ErrorOf;
 using library::Numbered;
 using library::Read;
@@ -37,16 +39,6 @@ class BridgeSettings : public testing::Test {
     BridgeInstanceRecord* read = nullptr;
     const int result = VDRZAX_GetBridgeInstance(kInstance, &read);
     return Difference(ReadRecord(result, read, VDRZAX_ReleaseBridgeInstance), record);
-  }
-  static Read Networks() {
-    RecordList* list = nullptr;
-    const int result = VDRZAX_GetBridgeNetworks("", kInstance, &list);
-    return ReadList(result, list, VDRZAX_ReleaseBridgeNetworks, 133);
-  }
-  static Read Ports(uint16_t network, uint32_t bridge) {
-    RecordList* list = nullptr;
-    const int result = VDRZAX_GetBridgePorts("", kInstance, network, bridge, &list);
-    return ReadList(result, list, VDRZAX_ReleaseBridgePorts, 146);
   }
   static Read Sessions(const char* name) {
     RecordList* list = nullptr;
@@ -86,19 +78,19 @@ TEST_F(BridgeSettings, ACommandOfTheCallersReadsItsValueElsewhere) {
 TEST_F(BridgeSettings, NetworksAndPortsFollow) {
   ASSERT_EQ(AddEndpoint("end", 7, 0x0506), 0);
   const Wire networks = Wire(266).U64(0, 1).U32(8, 7).U64(133, 1).U32(141, 7).U16(145, 0x0506);
-  EXPECT_EQ(Difference(Networks(), networks), "");
-  EXPECT_EQ(Difference(Ports(0, 7), Wire(146).U32(8, 7)), "");
-  EXPECT_EQ(Difference(Ports(0x0506, 7), Wire(146)
-                                             .U64(0, 1)
-                                             .U32(8, 7)
-                                             .U16(12, 0x0506)
-                                             .U32(14, 0x01020304)
-                                             .Text(18, kLif)
-                                             .Text(82, "end")),
+  EXPECT_EQ(Difference(BridgeNetworks(kInstance), networks), "");
+  EXPECT_EQ(Difference(BridgePorts(kInstance, 0, 7), Wire(146).U32(8, 7)), "");
+  EXPECT_EQ(Difference(BridgePorts(kInstance, 0x0506, 7), Wire(146)
+                                                              .U64(0, 1)
+                                                              .U32(8, 7)
+                                                              .U16(12, 0x0506)
+                                                              .U32(14, 0x01020304)
+                                                              .Text(18, kLif)
+                                                              .Text(82, "end")),
             "");
-  EXPECT_EQ(Ports(0x0506, 8).error, ENOENT);
+  EXPECT_EQ(BridgePorts(kInstance, 0x0506, 8).error, ENOENT);
   ASSERT_EQ(VDRZAX_BridgeDel(kInstance, 7), 0);
-  EXPECT_EQ(Networks().error, ENOENT);
+  EXPECT_EQ(BridgeNetworks(kInstance).error, ENOENT);
 }
 
 TEST_F(BridgeSettings, AnEndpointShowsInTheRepliesOfTheKernelsOwnLayout) {
@@ -125,9 +117,9 @@ TEST_F(BridgeSettings, AnEndpointShowsInTheRepliesOfTheKernelsOwnLayout) {
 TEST_F(BridgeSettings, FlushedEndpointsAreGone) {
   ASSERT_EQ(AddEndpoint("end", 7, 0), 0);
   ASSERT_EQ(VDRZAX_FlushBridgeEndpoint(0), 0);
-  EXPECT_EQ(Ports(0, 7).bytes.size(), 2U * 146) << "it has the first flag";
+  EXPECT_EQ(BridgePorts(kInstance, 0, 7).bytes.size(), 2U * 146) << "it has the first flag";
   ASSERT_EQ(VDRZAX_FlushBridgeEndpoint(1), 0);
-  EXPECT_EQ(Ports(0, 7).bytes.size(), 146U);
+  EXPECT_EQ(BridgePorts(kInstance, 0, 7).bytes.size(), 146U);
 }
 
 TEST_F(BridgeSettings, TheTransportNodeIsReadBack) {

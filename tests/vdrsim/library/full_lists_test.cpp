@@ -9,10 +9,11 @@
 
 namespace {
 
+using library::BridgeNetworks;
+using library::BridgePorts;
 using library::ErrorOf;
 using library::Numbered;
 using library::Read;
-using library::ReadList;
 using wire::Bytes;
 using wire::Wire;
 
@@ -37,29 +38,19 @@ class FullBridges : public testing::Test {
   }
   ~FullBridges() override { EXPECT_EQ(VDRZAX_DelVdrInstance("edge-1"), 0); }
 
-  // Tags from `first` on, each `step` behind the one before.
-  static void AddEndpoints(int first, int step) {
+  // Endpoint N has the tag `step` * (N + 1).
+  static void AddEndpoints(int step) {
     for (int number = 0; number < kEndpoints; ++number) {
-      const auto tag = static_cast<uint16_t>(first + number * step);
+      const auto tag = static_cast<uint16_t>(step * (number + 1));
       const std::string name = Numbered("endpoint", number);
       ASSERT_EQ(VDRZAX_AddBridgeEndpoint("bridged", "", name.c_str(), kOwner, 0, "", tag, 0, "", 0),
                 0);
     }
   }
-  static Read Networks() {
-    RecordList* list = nullptr;
-    const int result = VDRZAX_GetBridgeNetworks("", "edge-1", &list);
-    return ReadList(result, list, VDRZAX_ReleaseBridgeNetworks, 133);
-  }
-  static Read Ports(uint16_t network, uint32_t bridge) {
-    RecordList* list = nullptr;
-    const int result = VDRZAX_GetBridgePorts("", "edge-1", network, bridge, &list);
-    return ReadList(result, list, VDRZAX_ReleaseBridgePorts, 146);
-  }
 };
 
 TEST_F(FullBridges, EachEndpointCanHaveANetworkOfItsOwn) {
-  AddEndpoints(1, 1);
+  AddEndpoints(1);
   Bytes expected;
   for (uint32_t bridge = 0; bridge < kBridges; ++bridge) {
     Join(expected, Wire(133).U64(0, 1).U32(8, bridge));
@@ -67,13 +58,13 @@ TEST_F(FullBridges, EachEndpointCanHaveANetworkOfItsOwn) {
       Join(expected, Wire(133).U64(0, 1).U32(8, bridge).U16(12, static_cast<uint16_t>(1 + number)));
     }
   }
-  const Read networks = Networks();
+  const Read networks = BridgeNetworks("edge-1");
   EXPECT_EQ(networks.error, 0);
   EXPECT_EQ(wire::Difference(networks.bytes, expected), "");
 }
 
 TEST_F(FullBridges, AllEndpointsCanBePortsOfOneNetwork) {
-  AddEndpoints(0, 0);
+  AddEndpoints(0);
   Bytes expected;
   Join(expected, Wire(146).U32(8, kOwner));
   for (int number = 0; number < kEndpoints; ++number) {
@@ -83,7 +74,7 @@ TEST_F(FullBridges, AllEndpointsCanBePortsOfOneNetwork) {
                        .Text(18, "bridged")
                        .Text(82, Numbered("endpoint", number)));
   }
-  const Read ports = Ports(0, kOwner);
+  const Read ports = BridgePorts("edge-1", 0, kOwner);
   EXPECT_EQ(ports.error, 0);
   EXPECT_EQ(wire::Difference(ports.bytes, expected), "");
 }

@@ -36,6 +36,18 @@ Read ReadList(int result, RecordList* list, void (*release)(RecordList*), size_t
   return {.error = 0, .bytes = std::move(bytes)};
 }
 
+Read BridgeNetworks(const char* instance) {
+  RecordList* list = nullptr;
+  const int result = VDRZAX_GetBridgeNetworks("", instance, &list);
+  return ReadList(result, list, VDRZAX_ReleaseBridgeNetworks, 133);
+}
+
+Read BridgePorts(const char* instance, uint16_t network, uint32_t bridge) {
+  RecordList* list = nullptr;
+  const int result = VDRZAX_GetBridgePorts("", instance, network, bridge, &list);
+  return ReadList(result, list, VDRZAX_ReleaseBridgePorts, 146);
+}
+
 Read ReadEntries(int result, const wire::Bytes& buffer, size_t size) {
   if (result != 0) return {.error = errno, .bytes = {}};
   const std::span<const std::byte> all(buffer);

@@ -48,6 +48,9 @@ inline Read FindIn(const Read& list, size_t size, const wire::Wire& key) {
 // The fixed-width entries of a buffer that was clear before, up to the first that is.
 Read ReadEntries(int result, const wire::Bytes& buffer, size_t size);
 
+Read BridgeNetworks(const char* instance);
+Read BridgePorts(const char* instance, uint16_t network, uint32_t bridge);
+
 // One kind of objects. They are numbered from 0 on, in the order in which they are listed, and each
 // can be set to more than one version.
 struct Subject {

@@ -52,8 +52,9 @@ class Replay(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.file = pathlib.Path(folder.name, "recording")
 
-    def record(self, script=SCRIPT):
-        return vdrsim("record", "--simulated", self.file, "--", "sh", "-c", script, VDRCTL)
+    def record(self, script=SCRIPT, *options):
+        return vdrsim("record", "--simulated", *options, self.file, "--", "sh", "-c", script, VDRCTL,
+                      VDRSIM)
 
     def replay(self, script=SCRIPT, *options):
         return vdrsim("replay", *options, self.file, "--", "sh", "-c", script, VDRCTL)
@@ -65,9 +66,9 @@ class Replay(unittest.TestCase):
         return [json.loads(line) for line in file.read_text().splitlines()]
 
     def test_a_recording_holds_what_faults_made_of_the_answers(self):
-        done = vdrsim("record", "--simulated", "--fault", "GetLogLevel:error=EIO:when=2", "--trace",
-                      "--journal", self.beside("journal"), self.file, "--", "sh", "-c",
-                      '"$0" log-level get; "$0" log-level get; "$1" ctl journal mark x', VDRCTL, VDRSIM)
+        done = self.record('"$0" log-level get; "$0" log-level get; "$1" ctl journal mark x',
+                           "--fault", "GetLogLevel:error=EIO:when=2", "--trace",
+                           "--journal", self.beside("journal"))
         self.assertRegex(done.stderr, r"GetLogLevel\(\) = 0 <4>\n(.*\n)?.*GetLogLevel\(\) = -1 EIO "
                                       r"\(Input/output error\)\n(.*\n)?\[mark\] \"x\"\n")
         recorded, written = self.lines_of(self.file), self.lines_of(self.beside("journal"))
@@ -96,10 +97,9 @@ class Replay(unittest.TestCase):
 
     def test_a_simulation_is_recorded_from_a_state_to_a_state(self):
         self.beside("state").write_text('{"format_version": 1, "instances": {"edge-1": {}}}')
-        done = vdrsim("record", "--simulated", "--state", self.beside("state"), "--save",
-                      self.beside("saved"), self.file, "--", "sh", "-c",
-                      '"$0" instance show edge-1 >/dev/null && "$0" instance delete edge-1 && '
-                      '"$1" ctl state show', VDRCTL, VDRSIM)
+        done = self.record('"$0" instance show edge-1 >/dev/null && "$0" instance delete edge-1 && '
+                           '"$1" ctl state show',
+                           "--state", self.beside("state"), "--save", self.beside("saved"))
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertNotIn("instances", json.loads(done.stdout))
         self.assertEqual(self.beside("saved").read_text(), done.stdout)
@@ -116,12 +116,12 @@ class Replay(unittest.TestCase):
         done = self.replay("echo started", "--journal", twin)
         self.assertEqual((done.returncode, done.stdout, done.stderr), (2, "", message))
         self.assertEqual(self.file.read_text(), whole)
-        done = vdrsim("record", "--simulated", "--journal", twin, self.file, "--", "echo", "started")
+        done = self.record("echo started", "--journal", twin)
         self.assertEqual((done.returncode, done.stdout, done.stderr), (2, "", message))
 
     def test_a_rule_that_is_none_costs_no_recording(self):
         self.file.write_text("kept")
-        done = vdrsim("record", "--simulated", "--fault", "nope", self.file, "--", "echo", "started")
+        done = self.record("echo started", "--fault", "nope")
         self.assertEqual((done.returncode, done.stdout, self.file.read_text()), (2, "", "kept"))
 
     def test_what_was_recorded_is_replayed(self):
@@ -135,7 +135,7 @@ class Replay(unittest.TestCase):
 
     def test_a_recording_is_a_journal_with_outputs(self):
         self.record()
-        lines = [json.loads(line) for line in self.file.read_text().splitlines()]
+        lines = self.lines_of(self.file)
         validator = jsonschema.Draft202012Validator(SCHEMA)
         for line in lines:
             validator.validate(line)
