@@ -92,6 +92,7 @@ void Contain(int seconds) {
 
   const pid_t command = fork();
   if (command == 0) {
+    for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE}) (void)signal(number, SIG_DFL);
     sigprocmask(SIG_SETMASK, &before, nullptr);
     return;
   }

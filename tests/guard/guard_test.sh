@@ -31,6 +31,10 @@ ends() { # ends WHAT EXPECTED COMMAND...: the output, and the status at its end
 ends 'status' 'status 3' "$guarded" sh -c 'exit 3'
 # shellcheck disable=SC2016
 ends 'signal' 'status 143' "$guarded" sh -c 'kill -TERM $$'
+for number in 1 2 3 13; do # HUP, INT, QUIT, PIPE
+  ends "signal $number, ignored outside" "status $((128 + number))" \
+    sh -c "trap '' $number; exec \"\$0\" sh -c 'kill -$number \$\$; echo deaf'" "$guarded"
+done
 ends 'no command' 'usage: guarded [--seconds SECONDS] COMMAND...
 status 2' "$guarded"
 ends 'no such command' 'guarded: ./none: No such file or directory
