@@ -80,8 +80,9 @@ Printed CarryOut(const std::vector<std::string>& words) {
                                                       : vdrctl::Presentation::Form::Tables};
   vdrctl::Writer writer;
   vdrctl::Output out(presentation, invocation.command->reply, writer);
-  const int result =
-      invocation.command->handler.call(out, invocation.command->Parameters(), invocation.values);
+  vdrctl::Given::Room room;
+  const int result = invocation.command->handler.call(out, invocation.command->Parameters(),
+                                                      invocation.given.In(room));
   return {result, writer.text()};
 }
 

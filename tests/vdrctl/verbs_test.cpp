@@ -520,9 +520,10 @@ void CarryOut(const vdrctl::Invocation& invocation, const vdrctl::Presentation& 
   sent.clear();
   vdrctl::Writer writer;
   vdrctl::Output out(presentation, invocation.command->reply, writer);
-  ASSERT_EQ(
-      invocation.command->handler.call(out, invocation.command->Parameters(), invocation.values),
-      0);
+  vdrctl::Given::Room room;
+  ASSERT_EQ(invocation.command->handler.call(out, invocation.command->Parameters(),
+                                             invocation.given.In(room)),
+            0);
 }
 
 TEST(Verbs, SendWhatTheirArgumentsSay) {

@@ -17,4 +17,12 @@ std::optional<Number> ParseDigits(std::string_view text, int base) {
   return number;
 }
 
+// The value of a hexadecimal digit; -1 for all else.
+constexpr int HexDigit(char character) {
+  if (character >= '0' && character <= '9') return character - '0';
+  if (character >= 'a' && character <= 'f') return character - 'a' + 10;
+  if (character >= 'A' && character <= 'F') return character - 'A' + 10;
+  return -1;
+}
+
 }  // namespace tools

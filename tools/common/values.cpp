@@ -30,15 +30,20 @@ std::optional<std::array<uint8_t, 16>> ParseIpv6(std::string_view text) {
 
 std::optional<std::array<uint8_t, 6>> ParseMac(std::string_view text) {
   std::array<uint8_t, 6> mac{};
+  const char* rest = text.data();
+  const char* const end = rest + text.size();
   for (uint8_t& byte : mac) {
-    const std::size_t end = std::min(text.find_first_of(":-"), text.size());
-    const auto value = ParseDigits<uint8_t>(text.substr(0, end), 16);
-    const bool last = &byte == &mac.back();
-    if (!value || end > 2 || (end == text.size()) != last) return std::nullopt;
-    byte = *value;
-    text.remove_prefix(last ? end : end + 1);
+    if (&byte != mac.data()) {
+      if (rest == end || (*rest != ':' && *rest != '-')) return std::nullopt;
+      ++rest;
+    }
+    const char* const digits = rest;
+    for (; rest != end && rest - digits < 2 && HexDigit(*rest) >= 0; ++rest) {
+      byte = static_cast<uint8_t>(byte * 16 + HexDigit(*rest));
+    }
+    if (rest == digits) return std::nullopt;
   }
-  return mac;
+  return rest == end ? std::optional(mac) : std::nullopt;
 }
 
 std::vector<uint8_t> ParseHexBytes(std::string_view text) {

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <vector>
-
 #include "common/escapes.h"
 #include "common/suggestion.h"
 #include "globals.h"
@@ -12,12 +10,12 @@
 
 namespace vdrctl {
 
-std::optional<Invocation> ArgumentParser::Parse(Words words) {
+std::optional<Invocation> ArgumentParser::Parse(Arguments words) {
   invocation_.command = &command_;
-  invocation_.values.resize(command_.Parameters().size());
+  values_.resize(command_.Parameters().size());
   bool onlyArguments = false;
   while (!words.empty()) {
-    const std::string& word = words.front();
+    const std::string_view word = words.front();
     if (!onlyArguments && word == "--") {
       onlyArguments = true;
     } else if (!onlyArguments && word.size() > 1 && word.front() == '-') {
@@ -32,32 +30,34 @@ std::optional<Invocation> ArgumentParser::Parse(Words words) {
   CheckWhatIsMissing();
   invocation_.globals.json = json_.has_value();
   invocation_.globals.noHeader = noHeader_.has_value();
+  invocation_.given = Given(values_);
   return std::move(invocation_);
 }
 
-// Takes the word behind the option too when that is its value.
-void ArgumentParser::TakeOption(Words& words) {
-  const std::string& word = words.front();
-  const std::size_t equals = word.find('=');
-  const std::string name = word.substr(0, equals);
-  const Parameter* parameter = nullptr;
-  std::optional<std::string>* place = nullptr;
+// An option of the command, or of all commands; NULL for neither.
+ArgumentParser::Option ArgumentParser::FindOption(std::string_view name) {
   const auto parameters = command_.Parameters();
-  for (std::size_t index = 0; index < parameters.size() && !parameter; ++index) {
+  for (std::size_t index = 0; index < parameters.size(); ++index) {
     const Parameter& own = parameters[index];
-    if (!own.IsOption() || !own.IsCalled(name)) continue;
-    parameter = &own;
-    place = &invocation_.values[index];
+    if (own.IsOption() && own.IsCalled(name)) return {&own, &values_[index]};
   }
   for (const Global& global : kGlobals) {
     const bool isShort = global.shortName && name == global.shortName;
-    if (parameter || (!isShort && !global.parameter.IsCalled(name))) continue;
-    parameter = &global.parameter;
-    place = &GlobalPlace(global.parameter.LongName());
+    if (!isShort && !global.parameter.IsCalled(name)) continue;
+    return {&global.parameter, &GlobalPlace(global.parameter.LongName())};
   }
+  return {};
+}
+
+// Takes the word behind the option too when that is its value.
+void ArgumentParser::TakeOption(Arguments& words) {
+  const std::string_view word = words.front();
+  const std::size_t equals = word.find('=');
+  const std::string_view name = word.substr(0, equals);
+  const auto [parameter, place] = FindOption(name);
   if (!parameter) {
     // A number below zero is no option; what is wrong with it is for its parameter to say.
-    if (ParseNumber(std::string_view(name).substr(1))) return TakeArgument(word);
+    if (ParseNumber(name.substr(1))) return TakeArgument(word);
     RefuseOption(name);
   }
   if (place->has_value()) Refuse(fmt::format("'{}' is given twice", Escaped(name)));
@@ -72,34 +72,33 @@ void ArgumentParser::TakeOption(Words& words) {
   Store(*parameter, *place, words.front());
 }
 
-void ArgumentParser::TakeArgument(const std::string& word) {
+void ArgumentParser::TakeArgument(std::string_view word) {
   const auto parameters = command_.Parameters();
   while (nextArgument_ < parameters.size() && parameters[nextArgument_].IsOption()) ++nextArgument_;
   if (nextArgument_ == parameters.size()) {
     Refuse(fmt::format("'{}' takes no further argument: '{}'", understood_, Escaped(word)));
   }
-  Store(parameters[nextArgument_], invocation_.values[nextArgument_], word);
+  Store(parameters[nextArgument_], values_[nextArgument_], word);
   ++nextArgument_;
 }
 
 void ArgumentParser::Store(const Parameter& parameter, std::optional<std::string>& place,
-                           const std::string& value) const {
+                           std::string_view value) const {
   const std::string complaint = Complaint(parameter, value);
   if (!complaint.empty()) Refuse(fmt::format("{}: {}", parameter.LongName(), complaint));
   const bool hasEscapes = parameter.kind == Parameter::Kind::Text;
-  place = hasEscapes ? *tools::Unescaped(value) : value;
+  place = hasEscapes ? *tools::Unescaped(value) : std::string(value);
 }
 
 void ArgumentParser::CheckWhatIsMissing() const {
   const auto parameters = command_.Parameters();
   for (std::size_t index = 0; index < parameters.size(); ++index) {
     const Parameter& parameter = parameters[index];
-    const bool given = invocation_.values[index].has_value();
+    const bool given = values_[index].has_value();
     if (!given && !parameter.optional) Refuse(fmt::format("{} is required", parameter.LongName()));
     if (!given || !parameter.excludes) continue;
     for (std::size_t other = 0; other < index; ++other) {
-      if (parameters[other].LongName() == parameter.excludes &&
-          invocation_.values[other].has_value()) {
+      if (parameters[other].LongName() == parameter.excludes && values_[other].has_value()) {
         Refuse(fmt::format("{} excludes {}", parameter.excludes, parameter.LongName()));
       }
     }

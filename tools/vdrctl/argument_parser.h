@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "command_line.h"
 
@@ -14,18 +15,26 @@ namespace vdrctl {
 // are arguments whatever they look like.
 class ArgumentParser {
  public:
+  using Arguments = std::span<const std::string_view>;
+
   // `understood` is what the operator has said up to there: "vdrctl instance show".
   ArgumentParser(const Command& command, std::string understood)
       : command_(command), understood_(std::move(understood)) {}
 
   // Nothing when one of the arguments asks for help. Throws WrongUsage.
-  std::optional<Invocation> Parse(Words words);
+  std::optional<Invocation> Parse(Arguments words);
 
  private:
-  void TakeOption(Words& words);
-  void TakeArgument(const std::string& word);
+  struct Option {
+    const Parameter* parameter = nullptr;
+    std::optional<std::string>* place = nullptr;
+  };
+
+  Option FindOption(std::string_view name);
+  void TakeOption(Arguments& words);
+  void TakeArgument(std::string_view word);
   void Store(const Parameter& parameter, std::optional<std::string>& place,
-             const std::string& value) const;
+             std::string_view value) const;
   void CheckWhatIsMissing() const;
   std::optional<std::string>& GlobalPlace(std::string_view name);
   [[noreturn]] void RefuseOption(std::string_view name) const;
@@ -34,6 +43,7 @@ class ArgumentParser {
   const Command& command_;
   std::string understood_;
   Invocation invocation_{};
+  std::vector<std::optional<std::string>> values_{};  // one a parameter
   std::size_t nextArgument_ = 0;
   std::optional<std::string> json_{};
   std::optional<std::string> noHeader_{};

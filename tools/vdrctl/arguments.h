@@ -3,18 +3,13 @@
 #include <cstdint>
 #include <limits>
 #include <optional>
-#include <span>
-#include <string>
 #include <type_traits>
 
+#include "given.h"
 #include "parameter.h"
 #include "values.h"
 
 namespace vdrctl {
-
-// What the operator gave for each parameter of a row. Every value was found good before, and texts
-// are free of escapes.
-using Values = std::span<const std::optional<std::string>>;
 
 // How a value becomes an argument of a given type, and which parameters fit it. An absent value is
 // NULL or 0, as the library has it, or an empty std::optional.
@@ -33,11 +28,11 @@ struct Argument {
            (parameter.limit == kLargest || !IsOfAnotherType(parameter.limit));
   }
 
-  static Type From(const Parameter& parameter, const std::optional<std::string>& value) {
+  static Type From(const Parameter& parameter, const char* value) {
     if (!value) return Type{};
-    if (parameter.kind == Kind::Ipv4) return static_cast<Type>(*ParseIpv4(*value));
-    if (parameter.kind == Kind::Switch) return parameter.IsFlag() || *ParseSwitch(*value) ? 1 : 0;
-    return static_cast<Type>(*ParseNumber(*value));
+    if (parameter.kind == Kind::Ipv4) return static_cast<Type>(*ParseIpv4(value));
+    if (parameter.kind == Kind::Switch) return parameter.IsFlag() || *ParseSwitch(value) ? 1 : 0;
+    return static_cast<Type>(*ParseNumber(value));
   }
 
  private:
@@ -51,8 +46,8 @@ struct Argument {
 template <typename Type, Parameter::Kind kKind, auto kParse>
 struct ParsedArgument {
   static constexpr bool Fits(const Parameter& parameter) { return parameter.kind == kKind; }
-  static Type From(const Parameter& /*parameter*/, const std::optional<std::string>& value) {
-    return value ? *kParse(*value) : Type{};
+  static Type From(const Parameter& /*parameter*/, const char* value) {
+    return value ? *kParse(value) : Type{};
   }
 };
 template <>
@@ -69,8 +64,7 @@ struct Argument<std::optional<Type>> {
   static constexpr bool Fits(const Parameter& parameter) {
     return parameter.optional && Argument<Type>::Fits(parameter);
   }
-  static std::optional<Type> From(const Parameter& parameter,
-                                  const std::optional<std::string>& value) {
+  static std::optional<Type> From(const Parameter& parameter, const char* value) {
     return value ? std::optional(Argument<Type>::From(parameter, value)) : std::nullopt;
   }
 };
@@ -83,9 +77,7 @@ struct Argument<const char*> {
     return parameter.kind == Kind::Text || parameter.kind == Kind::File ||
            parameter.kind == Kind::Choice;
   }
-  static const char* From(const Parameter& /*parameter*/, const std::optional<std::string>& value) {
-    return value ? value->c_str() : nullptr;
-  }
+  static const char* From(const Parameter& /*parameter*/, const char* value) { return value; }
 };
 
 // The address itself while the command runs: the library takes it by pointer.
@@ -98,8 +90,8 @@ struct Argument<const MacValue*> {
   static constexpr bool Fits(const Parameter& parameter) {
     return parameter.kind == Parameter::Kind::Mac;
   }
-  static MacArgument From(const Parameter& /*parameter*/, const std::optional<std::string>& value) {
-    return {value ? ParseMac(*value) : std::nullopt};
+  static MacArgument From(const Parameter& /*parameter*/, const char* value) {
+    return {value ? ParseMac(value) : std::nullopt};
   }
 };
 

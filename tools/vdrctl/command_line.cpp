@@ -21,7 +21,7 @@ namespace {
 struct Split {
   std::string understood{};  // in the words of the table: "lif address"
   const Command* command = nullptr;
-  std::vector<std::string> rest{};
+  std::vector<std::string_view> rest{};
   bool wantsHelp = false;
   bool wantsVersion = false;
 };
@@ -51,10 +51,12 @@ std::variant<Invocation, Notice> Parse(Words words, const Command* likely) {
 std::string InWords(const Invocation& invocation) {
   std::string words = FullName(*invocation.command);
   const auto parameters = invocation.command->Parameters();
+  Given::Room room;
+  const Values values = invocation.given.In(room);
   for (std::size_t index = 0; index < parameters.size(); ++index) {
-    const auto& value = invocation.values[index];
+    const char* const value = values[index];
     if (!value || parameters[index].IsOption()) continue;
-    words += fmt::format(" {}", value->empty() ? "''" : *value);
+    words += fmt::format(" {}", *value == '\0' ? "''" : value);
   }
   return words;
 }
@@ -76,7 +78,7 @@ Split SplitWords(Words words, const Command* likely) {
   }
   bool onlyArguments = false;
   for (; !words.empty(); words = words.subspan(1)) {
-    const std::string& word = words.front();
+    const std::string_view word = words.front();
     if (onlyArguments) {
       split.rest.push_back(word);
     } else if (word == "--help" || word == "-h" || (word == "help" && !split.command)) {

@@ -28,7 +28,7 @@ struct GlobalValues {
 struct Invocation {
   const Command* command = nullptr;
   GlobalValues globals{};
-  std::vector<std::optional<std::string>> values{};  // one a parameter; texts are free of escapes
+  Given given{};
 };
 
 // Help or the version, to be printed instead of carrying out a command.

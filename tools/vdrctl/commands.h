@@ -40,7 +40,7 @@ struct Command {
   const char* summary;            // without a full stop, as it stands in help
   Few<const char*, 2> functions;  // of the library, that it calls; none for what the tool does
   Few<uint32_t, 2> codes;         // of the device's commands that these send
-  Few<Parameter, 13> parameters;
+  Few<Parameter, kMostParameters> parameters;
   Handler handler;
   Reply reply = {};
 

@@ -51,7 +51,7 @@ int main(int argc, char** argv) {
   } catch (const NamesFailure& wrong) {
     return report.WrongUsage(wrong.what(), "");
   } catch (const FileFailure& failure) {
-    return report.Failure(failure.what(), failure.error(), "", failure.hint());
+    return report.Failure(failure.what(), failure.error(), failure.hint());
   } catch (const OutputFailure& failure) {
     return report.Failure(failure.what(), failure.error());
   } catch (const std::bad_alloc&) {

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <string>
 #include <string_view>
 
 namespace vdrctl {
+
+// Of one command.
+inline constexpr std::size_t kMostParameters = 13;
 
 // A parameter of a command. It stands in its place ("NAME") or is an option with the word that help
 // shows for its value ("--second N"; a switch that is given or not has no such word). A parameter in
@@ -41,11 +45,11 @@ struct Parameter {
     return all.substr(0, all.find(' '));
   }
   constexpr bool IsCalled(std::string_view word) const {
-    const std::string_view all = name;
-    if (all.size() < word.size() || (all.size() > word.size() && all[word.size()] != ' ')) {
-      return false;
+    const char* own = name;
+    for (const char character : word) {
+      if (*own == '\0' || *own++ != character) return false;
     }
-    return all.starts_with(word);
+    return *own == '\0' || *own == ' ';
   }
   // An option that is given or not, without a value behind it.
   constexpr bool IsFlag() const { return IsOption() && LongName() == name; }

@@ -28,22 +28,20 @@ void PutMember(Writer& out, std::string_view name, std::string_view value) {
 
 }  // namespace
 
-int Report::Failure(std::string_view what, int error, std::string_view place,
-                    std::string_view hint) const {
-  if (error == 0) return Tell({kFailed, place, what, "failed without giving a reason", "", ""});
-  return Tell({kFailed, place, what, std::strerror(error), ErrorName(error), hint});
+int Report::Failure(std::string_view what, int error, std::string_view hint) const {
+  if (error == 0) return Tell({kFailed, what, "failed without giving a reason", "", ""});
+  return Tell({kFailed, what, std::strerror(error), ErrorName(error), hint});
 }
 
-int Report::CommandFailure(std::string_view what, int error, std::string_view place) const {
+int Report::CommandFailure(std::string_view what, int error) const {
   const std::string hint = DeviceHint(error);
-  if (hint.empty()) return Failure(what, error, place);
-  return Tell({kNoDevice, place, what, std::strerror(error), ErrorName(error), hint});
+  if (hint.empty()) return Failure(what, error);
+  return Tell({kNoDevice, what, std::strerror(error), ErrorName(error), hint});
 }
 
-int Report::WrongUsage(std::string_view complaint, std::string_view understood,
-                       std::string_view place) const {
+int Report::WrongUsage(std::string_view complaint, std::string_view understood) const {
   const std::string hint = understood.empty() ? "" : fmt::format("Try '{} --help'", understood);
-  return Tell({vdrctl::kWrongUsage, place, "", complaint, "", hint});
+  return Tell({vdrctl::kWrongUsage, "", complaint, "", hint});
 }
 
 void Report::Release() {
@@ -52,10 +50,11 @@ void Report::Release() {
 }
 
 int Report::Tell(const Line& line) const {
+  const std::string place = line_ == 0 ? file_ : fmt::format("{}:{}", file_, line_);
   Writer out;
   if (json_) {
     out.Put(fmt::format("{{\"status\":{},\"error\":{{", static_cast<int>(line.status)));
-    PutMember(out, "place", line.place);
+    PutMember(out, "place", place);
     PutMember(out, "command", line.what);
     PutMember(out, "message", line.message);
     PutMember(out, "errno", line.errorName);
@@ -63,7 +62,7 @@ int Report::Tell(const Line& line) const {
     out.Put("}}\n");
   } else {
     out.Put("vdrctl: ");
-    if (!line.place.empty()) out.Put(fmt::format("{}: ", line.place));
+    if (!place.empty()) out.Put(fmt::format("{}: ", place));
     if (!line.what.empty()) PutEscaped(out, fmt::format("{}: ", line.what));
     out.Put(line.message);
     if (!line.errorName.empty()) out.Put(fmt::format(" ({})", line.errorName));

@@ -23,9 +23,8 @@ std::unique_ptr<const FieldNames> NamesFor(const GlobalValues& globals, bool pri
   return file ? std::make_unique<const FieldNames>(ReadNames(*file)) : nullptr;
 }
 
-bool IsForgiven(const Invocation& invocation, int error) {
-  return invocation.command->Deletes() && invocation.values.back() && error == ENOENT &&
-         DeviceHint(error).empty();
+bool IsForgiven(const Command& command, Values values, int error) {
+  return command.Deletes() && values.back() && error == ENOENT && DeviceHint(error).empty();
 }
 
 }  // namespace
@@ -43,22 +42,24 @@ View::View(const GlobalValues& globals, bool printsRecords)
 }
 
 int Execute(const Invocation& invocation, const Presentation& presentation, Writer& writer,
-            const Report& report, std::string_view place) {
+            const Report& report) {
   const Command& command = *invocation.command;
+  Given::Room room;
+  const Values values = invocation.given.In(room);
   try {
     Output out(presentation, command.reply, writer);
     errno = 0;
-    if (command.handler.call(out, command.Parameters(), invocation.values) == 0) return kDone;
+    if (command.handler.call(out, command.Parameters(), values) == 0) return kDone;
   } catch (const NoSuchColumn& none) {
-    return report.WrongUsage(none.what(), "vdrctl " + FullName(command), place);
+    return report.WrongUsage(none.what(), "vdrctl " + FullName(command));
   } catch (const WrongUsage& wrong) {
-    return report.WrongUsage(wrong.what(), wrong.words(), place);
+    return report.WrongUsage(wrong.what(), wrong.words());
   } catch (const FileFailure& failure) {
-    return report.Failure(failure.what(), failure.error(), place, failure.hint());
+    return report.Failure(failure.what(), failure.error(), failure.hint());
   }
   const int error = errno;
-  if (IsForgiven(invocation, error)) return kDone;
-  return report.CommandFailure(InWords(invocation), error, place);
+  if (IsForgiven(command, values, error)) return kDone;
+  return report.CommandFailure(InWords(invocation), error);
 }
 
 int CarryOut(const Invocation& invocation, const Report& report) {

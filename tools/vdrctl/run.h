@@ -26,9 +26,9 @@ class View {
 };
 
 // Carries out one command of the device and puts what it says into `writer`. Returns the exit
-// status; what went wrong is reported. `place` is that of the command in a file of commands.
+// status; what went wrong is reported.
 int Execute(const Invocation& invocation, const Presentation& presentation, Writer& writer,
-            const Report& report, std::string_view place = {});
+            const Report& report);
 
 // Carries out whatever the operator asked for, and returns the exit status.
 int CarryOut(const Invocation& invocation, const Report& report);

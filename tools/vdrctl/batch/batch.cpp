@@ -29,20 +29,21 @@ constexpr std::size_t kMostComplaints = 20;
 struct Line {
   std::size_t number;
   const Command* command;
-  std::vector<std::optional<std::string>> values;
+  Given given;
 };
 
 // The rows of the command itself: FILE, --dry-run, --keep-going.
 struct Options {
-  explicit Options(const Invocation& batch)
-      : file(*batch.values[0]),
-        dryRun(batch.values[1].has_value()),
-        keepGoing(batch.values[2].has_value()) {}
-
   std::string file;
   bool dryRun;
   bool keepGoing;
 };
+
+Options OptionsOf(const Invocation& batch) {
+  Given::Room room;
+  const Values values = batch.given.In(room);
+  return {values[0], values[1] != nullptr, values[2] != nullptr};
+}
 
 // Columns are for the commands that print something.
 const Presentation& PresentationOf(const Command& command, const Presentation& presentation) {
@@ -53,7 +54,9 @@ const Presentation& PresentationOf(const Command& command, const Presentation& p
 class Batch {
  public:
   Batch(const Invocation& invocation, const Report& report)
-      : options_(invocation), globals_(invocation.globals), report_(report) {}
+      : options_(OptionsOf(invocation)), globals_(invocation.globals), report_(report) {
+    report_.SetFile(Source());
+  }
 
   int Run();
 
@@ -64,14 +67,13 @@ class Batch {
   void Complain(std::size_t number, const std::string& complaint, const std::string& understood);
   int CarryOutAll(const Presentation& presentation);
   void Summarise(std::size_t done, std::size_t failed) const;
-  std::string Place(std::size_t number) const { return fmt::format("{}:{}", Source(), number); }
   std::string Source() const {
     return options_.file == "-" ? "standard input" : Escaped(options_.file);
   }
 
   Options options_;
   const GlobalValues& globals_;
-  const Report& report_;
+  Report report_;
   std::vector<Line> lines_{};
   std::size_t wrong_ = 0;
   bool printsRecords_ = false;
@@ -83,8 +85,8 @@ int Batch::Run() {
   View view(globals_, printsRecords_);
   if (wrong_ == 0) CheckColumns(view.presentation());
   if (wrong_ > kMostComplaints) {
-    report_.WrongUsage(fmt::format("{} more lines are wrong", wrong_ - kMostComplaints), "",
-                       Source());
+    report_.SetLine(0);
+    report_.WrongUsage(fmt::format("{} more lines are wrong", wrong_ - kMostComplaints), "");
   }
   if (wrong_ > 0) return kWrongUsage;
   return options_.dryRun ? kDone : CarryOutAll(view.presentation());
@@ -118,7 +120,7 @@ std::optional<Line> Batch::CheckLine(std::size_t number, std::string_view text) 
       complaint = "options that hold for all commands stand behind 'vdrctl batch'";
     } else {
       printsRecords_ = printsRecords_ || !invocation->command->reply.layouts.empty();
-      return Line{number, invocation->command, std::move(invocation->values)};
+      return Line{number, invocation->command, std::move(invocation->given)};
     }
   } catch (const WrongLine& line) {
     complaint = line.what();
@@ -145,7 +147,9 @@ void Batch::CheckColumns(const Presentation& presentation) {
 
 void Batch::Complain(std::size_t number, const std::string& complaint,
                      const std::string& understood) {
-  if (++wrong_ <= kMostComplaints) report_.WrongUsage(complaint, understood, Place(number));
+  if (++wrong_ > kMostComplaints) return;
+  report_.SetLine(number);
+  report_.WrongUsage(complaint, understood);
 }
 
 int Batch::CarryOutAll(const Presentation& presentation) {
@@ -154,11 +158,16 @@ int Batch::CarryOutAll(const Presentation& presentation) {
   std::size_t done = 0;
   std::size_t failed = 0;
   int status = kDone;
+  // Whoever comes at once finds the device still awake: little is done between two commands, and
+  // nothing is freed.
+  Invocation invocation;
   for (Line& line : lines_) {
     progress.Show(done + failed);
-    const Invocation invocation{line.command, {}, std::move(line.values)};
-    const int ending = Execute(invocation, PresentationOf(*line.command, presentation), writer,
-                               report_, Place(line.number));
+    invocation.command = line.command;
+    std::swap(invocation.given, line.given);
+    report_.SetLine(line.number);
+    const int ending =
+        Execute(invocation, PresentationOf(*line.command, presentation), writer, report_);
     ending == kDone ? ++done : ++failed;
     if (status == kDone) status = ending;
     if (ending != kDone && !options_.keepGoing) break;

@@ -1,6 +1,8 @@
 #include "batch/line.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 
 namespace vdrctl {
 
@@ -25,9 +27,17 @@ void TakeQuoted(std::string_view& rest, char quote, std::string& word) {
   }
 }
 
-bool IsPlain(char character) {
-  return !IsBlank(character) && character != '\\' && character != '\'' && character != '"';
-}
+// By character: whether it stands for itself.
+constexpr auto kIsPlain = [] {
+  std::array<bool, 256> isPlain{};
+  isPlain.fill(true);
+  for (const char character : {' ', '\t', '\r', '\\', '\'', '"'}) {
+    isPlain[static_cast<uint8_t>(character)] = false;
+  }
+  return isPlain;
+}();
+
+bool IsPlain(char character) { return kIsPlain[static_cast<uint8_t>(character)]; }
 
 // Takes what stands for itself, or else what has a meaning of its own; false when the word ends.
 bool TakePart(std::string_view& rest, std::string& word) {
@@ -52,6 +62,7 @@ bool TakePart(std::string_view& rest, std::string& word) {
 std::vector<std::string> SplitLine(std::string_view line) {
   std::vector<std::string> words;
   words.reserve(16);
+  const bool hasZeros = line.find('\0') != std::string_view::npos;
   while (true) {
     while (!line.empty() && IsBlank(line.front())) line.remove_prefix(1);
     if (line.empty() || line.front() == '#') return words;
@@ -59,7 +70,7 @@ std::vector<std::string> SplitLine(std::string_view line) {
     while (!line.empty() && TakePart(line, word)) {
     }
     // The library would take the word for shorter than it is.
-    if (word.find('\0') != std::string::npos) {
+    if (hasZeros && word.find('\0') != std::string::npos) {
       throw WrongLine("a byte of zero can't be a part of a word");
     }
   }
