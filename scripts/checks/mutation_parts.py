@@ -9,6 +9,8 @@ Check = collections.namedtuple("Check", "name command seconds passes environment
 
 CODES = "library/channel/command_code.h"
 SECONDS_OF_UNIT_TESTS = 120
+# Tests that start the tools for the sake of something else: what ships, pages, examples, faces.
+OTHERS = ("Package.", "Docs.", "Examples.", "Cxx.", "Python.", "Memcheck.", "guard.")
 
 
 class Library:
@@ -19,7 +21,9 @@ class Library:
     targets = ("unit_tests",)
     programs = ("libvdrzax.so.1.0.0", "tests/unit_tests")
     # It does not matter for the tools how fast they are; the library is tested as it ships.
+    is_precompiled = False
     flags = ()
+    link_flags = ()
 
     def __init__(self, baseline):
         self.baseline = baseline
@@ -76,6 +80,9 @@ class Library:
             library = [name for name in library if self.mentions(name, code)]
         return library, [name for name in objects if name.startswith("tests/CMakeFiles/unit_test")]
 
+    def programs_of(self, check):
+        return self.programs
+
     def mentions(self, name, code):
         """Codes are names: only the sources that use one depend on its value."""
         with open(self.baseline.compile[name][-1]) as source:
@@ -86,18 +93,20 @@ class Tool:
     """Judged by its unit tests and by all system tests that start it."""
 
     least_killed = 95.0
+    is_precompiled = True
     flags = ("-O0", "-g0", "-U_FORTIFY_SOURCE")
+    link_flags = ("-fuse-ld=lld",)
 
     def __init__(self, baseline):
         self.baseline = baseline
         self.checks = []
+        self.started = {}
         programs = set()
         for name, test in self.tests():
             used = {word for word in test.command if self.is_own(word)}
-            # What ships, pages and examples are no mutant's business.
-            if used and not name.startswith(("Package.", "Docs.", "Examples.")):
+            if used and not name.startswith(OTHERS):
                 programs |= used
-                self.checks.append(test._replace(seconds=baseline.passes(test) * 8 + 20))
+                self.checks.append(test._replace(seconds=baseline.passes(test) * 8 + 5))
         prefix = f"{baseline.build}/"
         self.programs = sorted(program.removeprefix(prefix) for program in programs)
 
@@ -105,16 +114,18 @@ class Tool:
         return any(word.startswith(f"{self.baseline.build}/{folder}/") for folder in self.built)
 
     def tests(self):
-        """All tests of the build, those of one program together."""
+        """All tests of the build, those of one suite together."""
         listing = json.loads(self.baseline.run(["ctest", "--show-only=json-v1"]))
         found = {}
         for test in listing["tests"]:
             command = test.get("command", [])
             properties = {entry["name"]: entry["value"] for entry in test["properties"]}
             name = test["name"]
-            if any(word.startswith("--gtest_filter=") for word in command):
-                name = os.path.basename(command[0])
-                command = [command[0], "--gtest_fail_fast", "--gtest_brief=1"]
+            if "--gtest_also_run_disabled_tests" in command:
+                suite = re.search("--gtest_filter=(.*?)\\.", " ".join(command))[1]
+                name = f"{os.path.basename(command[0])}.{suite}"
+                command = [command[0], "--gtest_fail_fast", "--gtest_brief=1",
+                           f"--gtest_filter={suite}.*"]
             environment = dict(entry.split("=", 1) for entry in properties.get("ENVIRONMENT", []))
             passes = (0, properties.get("SKIP_RETURN_CODE", 0))
             found[name] = Check(name, tuple(command), None, passes, environment)
@@ -127,17 +138,32 @@ class Tool:
         known = (os.path.splitext(name)[0], os.path.basename(folder))
 
         def order(check):
-            words = re.sub(r"^vdr\w+?[._]", "", check.name)
-            alike = max(len(os.path.commonprefix([each, words])) for each in known)
+            words = [word.lower() for word in re.sub(r"^vdr\w+?[._]", "", check.name).split(".")]
+            alike = sum(max(len(os.path.commonprefix([each, word])) for each in known)
+                        for word in words)
             return -alike, check.seconds
 
         objects = set(self.baseline.objects[mutant.path])
         found = []
         for check in sorted(self.checks, key=order):
-            needed = objects & self.baseline.objects_behind(check.command, self.programs)
+            needed = objects.intersection(word for program in self.programs_of(check)
+                                          for word in self.baseline.link_command(program))
             if needed:
                 found.append((sorted(needed), check))
         return found
+
+    def programs_of(self, check):
+        """The programs that a check starts, and those that these know by their path."""
+        if check.command not in self.started:
+            named = self.among_programs(check.command)
+            known = [word.split('"')[1] for program in named
+                     for name in self.baseline.link_command(program)
+                     for word in self.baseline.compile.get(name, ()) if '"' in word]
+            self.started[check.command] = named | self.among_programs(known)
+        return self.started[check.command]
+
+    def among_programs(self, words):
+        return {program for program in self.programs if f"{self.baseline.build}/{program}" in words}
 
 
 class Vdrctl(Tool):

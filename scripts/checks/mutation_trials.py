@@ -2,11 +2,13 @@
 import collections
 import json
 import os
+import pathlib
 import re
 import shlex
 import shutil
 import subprocess
 import sys
+import threading
 import time
 
 # A mutant may allocate, wait or loop without end.
@@ -47,6 +49,8 @@ class Baseline:
         self.compile = {}
         for entry in json.loads((self.build / "compile_commands.json").read_text()):
             words = shlex.split(entry["command"])
+            if os.path.basename(words[0]) == "ccache":
+                del words[0]  # No mutant is compiled twice.
             self.compile[words[words.index("-o") + 1]] = words
         self.objects = collections.defaultdict(list)  # by source or header: what is compiled of it
         for found in re.finditer(r"^(\S+): #deps.*\n((?: .*\n)*)", self.run(["ninja", "-t", "deps"]),
@@ -57,6 +61,8 @@ class Baseline:
                 if path.startswith(f"{self.tree}/") and found[1] in self.compile:
                     self.objects[path.removeprefix(f"{self.tree}/")].append(found[1])
         self.links = {}
+        self.headers = {}
+        self.lock = threading.Lock()
         self.judges = {part: part(self) for part in parts}
 
     def run(self, command, cwd=None):
@@ -99,7 +105,9 @@ class Baseline:
             words = []
             for word in shlex.split(last):
                 is_own_archive = word.endswith(".a") and not word.startswith("/")
-                words += self.members(word) if is_own_archive else [word]
+                # An archive may be named more than once.
+                words += [member for member in self.members(word) if member not in words] \
+                    if is_own_archive else [word]
             self.links[program] = [word for word in words if word not in (":", "&&")]
         return self.links[program]
 
@@ -107,16 +115,24 @@ class Baseline:
         last = self.run(["ninja", "-t", "commands", archive]).splitlines()[-1]
         return [word for word in shlex.split(last) if word.endswith(".o")]
 
-    def objects_behind(self, command, programs):
-        """The objects of the programs that a command names, and of those that they start."""
-        found = set()
-        for program in programs:
-            if f"{self.build}/{program}" in command:
-                own = {word for word in self.link_command(program) if word in self.compile}
-                known = " ".join(word for name in own for word in self.compile[name])
-                started = [other for other in programs if f"{self.build}/{other}\"" in known]
-                found |= own.union(*[set(self.link_command(other)) for other in started])
-        return found
+    def precompiled(self, name, flags):
+        """What a source includes, compiled beforehand with the flags of its mutants."""
+        with self.lock:
+            if name not in self.headers:
+                self.headers[name] = self.precompile(name, flags)
+        return self.headers[name]
+
+    def precompile(self, name, flags):
+        command = self.compile[name]
+        source = pathlib.Path(command[-1])
+        header = self.build / "precompiled" / f"{name}.h"
+        header.parent.mkdir(parents=True, exist_ok=True)
+        header.write_text("".join(line for line in source.read_text().splitlines(True)
+                                  if line.startswith("#include")))
+        where = command.index("-o")
+        self.run([*command[:where], "-w", *flags, "-iquote", source.parent, "-x", "c++-header",
+                  header, "-o", f"{header}.gch"])
+        return header
 
 
 class Trial:
@@ -129,6 +145,7 @@ class Trial:
         self.text = text
         self.directory = directory
         self.compiled = {}
+        self.linked = {}
         # The compiler looks for a header beside the file that includes it, so all are here.
         self.tree = directory / "tree"
         shutil.copytree(baseline.tree, self.tree, copy_function=os.symlink)
@@ -141,7 +158,7 @@ class Trial:
         for names, check in self.judge_of_part.steps(self.mutant, self.text):
             if not all(self.compile(name) for name in names):
                 return "compiler"
-            status = self.baseline.try_out(check, self.link(), self.directory)
+            status = self.baseline.try_out(check, self.link(check), self.directory)
             if status is None:
                 return "time"
             if status not in check.passes:
@@ -152,28 +169,36 @@ class Trial:
         if name in self.compiled:
             return True
         output = self.directory / name.replace("/", "_")
+        part = self.judge_of_part
         command = [word.replace(f"{self.baseline.tree}/", f"{self.tree}/")
                    for word in self.baseline.compile[name]]
         # A warning is no test.
         where = command.index("-o")
-        command[where:where + 2] = ["-w", *self.judge_of_part.flags, "-o", output]
+        command[where:where + 2] = ["-w", *part.flags, "-o", output]
+        if part.is_precompiled and command[-1].endswith(f"/{self.mutant.path}"):
+            command[1:1] = ["-include", self.baseline.precompiled(name, part.flags)]
         self.compiled[name] = output
         return self.execute(command)
 
-    def link(self):
-        """Links the programs that have changed. Returns each with the one that it stands for."""
+    def link(self, check):
+        """Links what has changed of the programs of a check. Returns each with the one that it
+        stands for."""
         replacements = []
-        for program in self.judge_of_part.programs:
-            command = self.baseline.link_command(program)
-            if not self.compiled.keys() & set(command):
-                continue
-            output = self.directory / os.path.basename(program)
-            command = [str(self.compiled.get(word, word)) for word in command]
-            command[command.index("-o") + 1] = str(output)
-            if not self.execute(command):
-                sys.exit(f"mutation: {self.mutant.path}: a mutant does not link")
-            replacements += [output, self.baseline.build / program]
+        for program in self.judge_of_part.programs_of(check):
+            if self.compiled.keys() & set(self.baseline.link_command(program)):
+                if program not in self.linked:
+                    self.linked[program] = self.link_program(program)
+                replacements += [self.linked[program], self.baseline.build / program]
         return replacements
+
+    def link_program(self, program):
+        output = self.directory / os.path.basename(program)
+        command = [str(self.compiled.get(word, word))
+                   for word in self.baseline.link_command(program)]
+        command[command.index("-o") + 1] = str(output)
+        if not self.execute([*command, *self.judge_of_part.link_flags]):
+            sys.exit(f"mutation: {self.mutant.path}: a mutant does not link")
+        return output
 
     def execute(self, command):
         """Whether a compiler or linker succeeds; what it evaluates may loop without end, too."""
