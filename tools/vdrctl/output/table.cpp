@@ -37,6 +37,12 @@ void Table::Measure(const uint8_t* record) {
   CellForm form(cell_);
   for (std::size_t column = 0; column < columns_.size(); ++column) {
     const Member& member = *columns_[column];
+    if (IsOneNumber(member)) {
+      // No number is wider than a larger one.
+      const uint64_t number = NumberAt(record + member.field.offset, member.field.width);
+      if (number <= largest_[column] && widths_[column] > 0) continue;
+      largest_[column] = number;
+    }
     std::size_t width = FixedWidth(member);
     if (width == 0) {
       cell_.Clear();
@@ -49,14 +55,14 @@ void Table::Measure(const uint8_t* record) {
 
 void Table::PutHeader() {
   for (std::size_t column = 0; column < columns_.size(); ++column) {
-    PutCell(column, [&](Writer& out) { out.Put(columns_[column]->name); });
+    PutCell(column, 0, [&](Writer& out) { out.Put(columns_[column]->name); });
   }
   out_.Put('\n');
 }
 
 void Table::PutLine(const uint8_t* record) {
   for (std::size_t column = 0; column < columns_.size(); ++column) {
-    PutCell(column, [&](Writer& out) {
+    PutCell(column, FixedWidth(*columns_[column]), [&](Writer& out) {
       CellForm form(out);
       PutValue(form, *columns_[column], record);
     });
@@ -65,7 +71,7 @@ void Table::PutLine(const uint8_t* record) {
 }
 
 template <typename Put>
-void Table::PutCell(std::size_t column, Put put) {
+void Table::PutCell(std::size_t column, std::size_t fixedWidth, Put put) {
   if (column > 0) out_.Fill(2);
   if (IsOneNumber(*columns_[column])) {
     cell_.Clear();
@@ -77,7 +83,8 @@ void Table::PutCell(std::size_t column, Put put) {
   put(out_);
   // No line ends with spaces.
   if (column + 1 == columns_.size()) return;
-  out_.Fill(widths_[column] - DisplayWidth(std::string_view(out_.text()).substr(start)));
+  const std::string_view cell = std::string_view(out_.text()).substr(start);
+  out_.Fill(widths_[column] - (fixedWidth > 0 ? fixedWidth : DisplayWidth(cell)));
 }
 
 }  // namespace vdrctl

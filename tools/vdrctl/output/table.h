@@ -19,7 +19,7 @@ class Table {
  public:
   // Both outlive the table.
   Table(Writer& out, const std::vector<const Member*>& columns)
-      : out_(out), columns_(columns), widths_(columns.size()) {}
+      : out_(out), columns_(columns), widths_(columns.size()), largest_(columns.size()) {}
 
   // Of everything that will be put.
   void MeasureHeader();
@@ -29,13 +29,15 @@ class Table {
   void PutLine(const uint8_t* record);
 
  private:
-  // `put` puts what stands in the cell, which is right of all that its line has so far.
+  // `put` puts what stands in the cell, which is right of all that its line has so far. `fixedWidth` is
+  // that of each cell of the column, 0 where they differ.
   template <typename Put>
-  void PutCell(std::size_t column, Put put);
+  void PutCell(std::size_t column, std::size_t fixedWidth, Put put);
 
   Writer& out_;
   const std::vector<const Member*>& columns_;
   std::vector<std::size_t> widths_;
+  std::vector<uint64_t> largest_;  // number measured so far, in columns of numbers
   Writer cell_{};
 };
 

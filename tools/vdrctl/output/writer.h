@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -42,9 +43,18 @@ class Writer {
     const std::size_t start = text_.size();
     text_.resize(start + 2 * bytes.size() + separator.size() * (bytes.size() - 1));
     char* place = text_.data() + start;
-    for (std::size_t index = 0; index < bytes.size(); ++index) {
-      if (index > 0) place = std::copy(separator.begin(), separator.end(), place);
-      place = std::copy_n(kHexPairs[bytes[index]].begin(), 2, place);
+    const auto put = [&place](uint8_t byte) {
+      std::memcpy(place, kHexPairs[byte].data(), 2);
+      place += 2;
+    };
+    if (separator.empty()) {
+      std::ranges::for_each(bytes, put);
+      return;
+    }
+    put(bytes.front());
+    for (const uint8_t byte : bytes.subspan(1)) {
+      place = std::ranges::copy(separator, place).out;
+      put(byte);
     }
   }
 
