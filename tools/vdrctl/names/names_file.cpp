@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <ranges>
 #include <set>
 #include <vector>
 
@@ -66,10 +67,8 @@ std::string Below(const std::string& place, const std::string& name) {
 
 template <typename Map>
 std::vector<std::string_view> Keys(const Map& map) {
-  std::vector<std::string_view> keys;
-  keys.reserve(map.size());
-  for (const auto& [key, value] : map) keys.push_back(key);
-  return keys;
+  const auto keys = std::views::keys(map);
+  return {keys.begin(), keys.end()};
 }
 
 bool IsName(std::string_view name) {
