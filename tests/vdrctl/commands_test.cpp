@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
+#include <vdrzax/bridge.h>
 #include <vdrzax/channel.h>
 #include <vdrzax/instance.h>
+#include <vdrzax/services.h>
 
 #include <cerrno>
 #include <cstring>
@@ -10,6 +12,7 @@
 
 #include "command_line.h"
 #include "output/output.h"
+#include "run.h"
 
 // The commands over a library that answers as no datapath of ours would: these functions stand
 // before those of the shared object.
@@ -23,6 +26,7 @@ struct Kernel {
   int filter = -1;
   int releasedLists = 0;
   int releasedRecords = 0;
+  uint32_t capacity = 0;
 };
 Kernel kernel;
 
@@ -58,6 +62,16 @@ int VDRZAX_GetInstance(const char* /*name*/, InstanceRecord** out) {
 
 // As for a reply without bytes: success, and nothing is written.
 int VDRZAX_GetLogLevel(uint32_t* /*value*/) { return kernel.result; }
+
+// As many endpoints as it says, whatever there is room for.
+int VDRZAX_GetBeAll(void* /*bytes*/, uint32_t capacity, uint32_t* count) {
+  kernel.capacity = capacity;
+  *count = kernel.length;
+  return kernel.result;
+}
+
+// As for a reply that contradicts itself: a failure of which errno knows nothing.
+int VDRZAX_GetVMPublicIPTable(VMPublicIPTable** /*table*/) { return -1; }
 
 void VDRZAX_ReleaseInstances(RecordList* released) { kernel.releasedLists += released == &list; }
 
@@ -140,6 +154,28 @@ TEST(RawCommand, FailsAsTheKernelDoes) {
 TEST(Reading, ShowsZeroForANumberThatTheReplyDidNotHold) {
   kernel = {};
   EXPECT_EQ(CarryOut({"log-level", "get"}).text, "0\n");
+}
+
+TEST(Reading, HasRoomForEachEndpointAndShowsNoMore) {
+  constexpr std::size_t kRoom = 6'737'920;
+  kernel = {.length = 28'673};
+  const std::string text = CarryOut({"--json", "bridge-endpoint", "list"}).text;
+  EXPECT_EQ(kernel.capacity, kRoom);
+  const std::string begin = R"({"length":6738155,"bytes":")";
+  EXPECT_TRUE(text.starts_with(begin)) << text.substr(0, begin.size());
+  EXPECT_EQ(text.size(), begin.size() + 2 * kRoom + std::strlen("\"}\n"));
+}
+
+TEST(Reading, SaysSoWhenItFailsWithoutAReason) {
+  const auto parsed = vdrctl::Parse(std::vector<std::string>{"public-ip", "list"});
+  errno = EIO;
+  vdrctl::Writer writer;
+  testing::internal::CaptureStderr();
+  const int status =
+      vdrctl::Execute(std::get<vdrctl::Invocation>(parsed), {}, writer, vdrctl::Report());
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "vdrctl: public-ip list: failed without giving a reason\n");
+  EXPECT_EQ(status, 1);
 }
 
 // What the compiler asserted of each row, and that it would have noticed.

@@ -39,6 +39,9 @@ class Contract:
         self.assertEqual(self.offered("vdrctl commands --v"), ["--version"])
         self.assertCountEqual(self.offered("vdrctl command 9 --v"), ["--value", "--version"])
 
+    def test_an_argument_that_is_called_like_a_parameter_is_no_option(self):
+        self.assertCountEqual(self.offered("vdrctl instance set INSTANCE --s"), ["--second", "--sort"])
+
     def test_nothing_is_offered_where_the_operator_alone_knows(self):
         self.assertEqual(self.offered("vdrctl instance list --columns "), [])
         self.assertEqual(self.offered("vdrctl instance set edge-1 --second "), [])
@@ -51,6 +54,8 @@ class Contract:
             os.mkdir(f"{folder}/only")
             for line in ("vdrctl batch", "vdrctl command 9 --output", "vdrctl --names"):
                 self.assertIn(f"{folder}/only/", self.files_offered(f"{line} {folder}/on"), line)
+            for line in ("vdrctl command", "vdrctl instance show", "vdrctl instance list --sort"):
+                self.assertNotIn(f"{folder}/only/", self.files_offered(f"{line} {folder}/on"), line)
 
 
 class Bash(Contract, unittest.TestCase):
@@ -72,11 +77,21 @@ printf '%s\n' "${COMPREPLY[@]}"
 
 
 class Fish(Contract, unittest.TestCase):
-    def offered(self, line):
+    def offers(self, line):
+        """What is offered, each with its description."""
         script = f"{shlex.quote(VDRCTL)} completion fish | source; complete -C {shlex.quote(line)}"
-        return [offer.split("\t")[0] for offer in run("fish", "--no-config", "-c", script).splitlines()]
+        return [offer.split("\t") for offer in run("fish", "--no-config", "-c", script).splitlines()]
+
+    def offered(self, line):
+        return [offer[0] for offer in self.offers(line)]
 
     files_offered = offered
+
+    def test_each_offer_is_described(self):
+        self.assertEqual(self.offers("vdrctl instance sh"),
+                         [["show", "Show all fields of a router instance"]])
+        self.assertEqual(self.offers("vdrctl instance set edge-1 --sec"),
+                         [["--second", "Word with a meaning of the kernel's"]])
 
 
 class Zsh(Contract, unittest.TestCase):

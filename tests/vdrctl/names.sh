@@ -23,11 +23,37 @@ expect 0 '[{"address":"4.3.2.1","state":["up","0x4"],"active":true,"mask":0,"sec
 expect 2 '' "vdrctl: no column 'word64'; there are name, address, state, active, text73, text329, address393, mask, word403, word407, byte411, half412, byte416, byte417, bytes418, words431[0], second, words431[2], words431[3], address447, byte453, half454, byte456, text457, half521, bytes523, word563, byte567, word568, word572, byte576
 Try 'vdrctl instance list --help'" "$vdrctl" --names="$file" instance list --columns word64
 
-# The file of the user is found.
-mkdir -p "$XDG_CONFIG_HOME/vdrzax"
+# The file of the user is found: in a folder that is named from the root, else in the usual one.
+mkdir -p "$XDG_CONFIG_HOME/vdrzax" "$room/home/.config/vdrzax"
 cp "$file" "$XDG_CONFIG_HOME/vdrzax/names.json"
-expect 0 '[{"address":"4.3.2.1"}]' '' "$vdrctl" -j instance list --columns address
+sed s/address/usual/ "$file" >"$room/home/.config/vdrzax/names.json"
+at_home() { (cd "$room" && HOME=$room/home "$vdrctl" -j instance list --columns "$1"); }
+expect 0 '[{"address":"4.3.2.1"}]' '' at_home address
+XDG_CONFIG_HOME=config
+expect 0 '[{"usual":"4.3.2.1"}]' '' at_home usual
+unset XDG_CONFIG_HOME
+expect 0 '[{"usual":"4.3.2.1"}]' '' at_home usual
+export XDG_CONFIG_HOME="$room/config"
 rm -r "$XDG_CONFIG_HOME"
+
+# Each form is shown on every kind of field that it fits.
+"$vdrctl" multicast local-receiver add edge-1 239.1.2.3 r1
+cat >"$file" <<'END'
+{"format": 1, "records": {
+"MRoutingLocalRcvr": {
+  "rcvrName": {"name": "a", "form": "text"},
+  "value64": {"name": "b", "form": "decimal"},
+  "value68": {"name": "c", "form": "counter"},
+  "address": {"name": "d", "form": "ipv6"}},
+"InstanceRecord": {
+  "address393": {"name": "e", "form": "mac"},
+  "words431": {"name": "f", "form": "ipv6"},
+  "bytes523": {"name": "g", "form": "text"}}}}
+END
+expect 0 '[{"a":"r1","b":50463215,"c":0,"d":"::"}]' '' \
+  "$vdrctl" --names "$file" -j multicast local-receiver list edge-1 239.1.2.3
+expect 0 '[{"e":"00:00:00:00:00:00","f":"::","g":""}]' '' \
+  "$vdrctl" --names "$file" -j instance list --columns e,f,g
 
 wrong() { # wrong COMPLAINT DOCUMENT
   printf '%s' "$2" >"$file"
@@ -66,6 +92,9 @@ wrong "parse error at line 2, column 12: syntax error while parsing value - inva
   '{"format":1,
 "records":t}'
 in_record "/name/form: 'ipv4' does not fit this field" '{"name":{"name":"x","form":"ipv4"}}'
+for form in ipv4 ipv6 mac; do
+  in_record "/bytes523/form: '$form' does not fit this field" "{\"bytes523\":{\"name\":\"x\",\"form\":\"$form\"}}"
+done
 in_record "/word64/form: 'text' does not fit this field" '{"word64":{"name":"x","form":"text"}}'
 in_record "/word64/form: 'ipv6' does not fit this field" '{"word64":{"name":"x","form":"ipv6"}}'
 in_record "/word64/form: is not a text" '{"word64":{"name":"x","form":6}}'
@@ -76,6 +105,13 @@ in_record "/word64: 'flags' and the form 'flags' go together" '{"word64":{"name"
 in_record "/words431[4]: the record has no field of this name (did you mean 'words431[0]'?)" '{"words431[4]":"x"}'
 expect 1 '' "vdrctl: $room/none: No such file or directory (ENOENT)" \
   "$vdrctl" --names "$room/none" instance list
+
+# To the byte as long as is taken, and one more.
+{ printf '{"format":1,"records":{}}' && head -c 1048551 /dev/zero | tr '\000' ' '; } >"$file"
+expect 0 0 '' "$vdrctl" --names "$file" log-level get
+printf ' ' >>"$file"
+expect 1 '' "vdrctl: $file: File too large (EFBIG)
+hint: a file of names has at most 1 MiB" "$vdrctl" --names "$file" log-level get
 expect 1 '' 'vdrctl: /dev/zero: File too large (EFBIG)
 hint: a file of names has at most 1 MiB' "$vdrctl" --names /dev/zero instance list
 

@@ -99,6 +99,7 @@ help 'vdrctl command CODE [--value N] [--input FILE] [--capacity N] [--output FI
   command --help
 
 # A slip of the hand is told what was meant, and nothing is guessed from a part of a word.
+wrong vdrctl "'vdrctl' has no '--jsno' (did you mean '--json'?)" --jsno
 wrong vdrctl "'vdrctl' has no 'instnace' (did you mean 'instance'?)" instnace list
 wrong 'vdrctl instance' "'vdrctl instance' has no 'delte' (did you mean 'delete'?)" instance delte
 wrong 'vdrctl instance' "'vdrctl instance' has no 'del-all'" instance del-all
@@ -119,6 +120,9 @@ wrong 'vdrctl schema' "there is no command 'lif'" schema lif
 wrong 'vdrctl schema' "'vdrctl lif set' prints no JSON" schema lif set
 wrong 'vdrctl schema' "'vdrctl commands' prints no JSON" schema commands
 wrong 'vdrctl batch' "a file of commands can't be watched" batch /dev/null --watch 1
+
+# A synonym stands for a verb of the object, and for no other.
+wrong 'vdrctl log-level' "'vdrctl log-level' has no 'rm'" log-level rm
 
 # Columns are looked at before anything is sent.
 wrong 'vdrctl instance list' "column 'name' is given twice" instance list --columns name,word64,name
@@ -150,6 +154,20 @@ wrong 'vdrctl completion' "SHELL: 'tcsh' is not one of bash|zsh|fish" completion
 wrong 'vdrctl soft-rss table set' \
   "QUEUES: '1,256' is not a list of up to 128 numbers from 0 to 255, as 0,1,2,3" \
   soft-rss table set rss 1,256
+
+# As many as a command has room for, and one more.
+repeated() { printf "%0$2d" 0 | sed "s/0/$1,/g; s/,\$//"; }
+checked() { echo "$*" | "$vdrctl" batch - --dry-run; }
+expect 0 '' '' checked soft-rss table set rss "$(repeated 255 128)"
+expect 0 '' '' checked lif-policy-table set edge-1 uplink "$(repeated 1:2:3 20)"
+queues=$(repeated 255 129)
+wrong 'vdrctl soft-rss table set' \
+  "QUEUES: '$queues' is not a list of up to 128 numbers from 0 to 255, as 0,1,2,3" \
+  soft-rss table set rss "$queues"
+tables=$(repeated 1:2:3 21)
+wrong 'vdrctl lif-policy-table set' \
+  "TABLES: '$tables' is not up to 20 times three numbers, as 1:2:3,4:5:6" \
+  lif-policy-table set edge-1 uplink "$tables"
 
 # The help of all commands names each, and each has a help of its own.
 lists() { # lists OBJECT VERB...

@@ -12,6 +12,7 @@ import struct
 import subprocess
 import sys
 import termios
+import time
 import unittest
 
 VDRCTL, VDRSIM = sys.argv[1:3]
@@ -68,6 +69,11 @@ class Elsewhere(unittest.TestCase):
         self.assertAlmostEqual(second["rates"]["slots0"][0], grown / second["seconds"], places=1)
         run = in_run(UNTIL_LINES + "watch 1 --watch 0.1 lif stats show edge-1 uplink")
         self.assertRegex(run.stdout, r"^counter +value +difference +per second\nslots\[0\] +\d+ +0 +0\.0\n")
+
+    def test_turns_are_an_interval_apart_whatever_part_of_a_second_that_is(self):
+        begin = time.monotonic()
+        run = in_run(UNTIL_LINES + "watch 3 --json --watch 0.6 log-level get")
+        self.assertGreaterEqual(time.monotonic() - begin, 1.2, run.stdout)
 
     def test_a_command_that_fails_ends_it(self):
         run = in_run('"$0" --watch 0.1 instance show edge-1')
@@ -130,6 +136,16 @@ class OnATerminal(unittest.TestCase):
             shown, _ = self.watch("--watch", "0.1", "instance", "list", "--columns", "name",
                                   end=b"\x03", before=before, lines=lines)
             self.assertIn(f"\x1b[H{wanted}\x1b".encode(), shown)
+
+    def test_a_terminal_that_does_not_tell_its_size_has_the_usual_one(self):
+        before = ('"$0" instance set "$(printf %063d 0)" --text 123456789012345678; '
+                  'for n in $(seq 11 34); do "$0" instance set $n; done')
+        shown, _ = self.watch("--watch", "0.1", "instance", "list", "--columns", "name,text73",
+                              "--no-header", end=b"\x03", before=before, lines=0, columns=0)
+        screen = shown.decode().split("\x1b[H")[1].split("\x1b[K\r\n")
+        self.assertEqual(screen[0], "0" * 63 + "  " + "123456789012345")
+        self.assertEqual([line.split() for line in screen[1:-1]], [[str(n), "-"] for n in range(11, 33)])
+        self.assertTrue(screen[-1].startswith("\x1b[J2 more lines"), screen)
 
     def test_json_stays_lines_there_too(self):
         shown, _ = self.watch("--json", "instance", "list", end=b"")
