@@ -3,10 +3,12 @@
 usage: reference_test.py VDRCTL VDRSIM SOURCE_DIRECTORY
 """
 import json
+import os
 import pathlib
 import re
 import subprocess
 import sys
+import tempfile
 import unittest
 
 import jsonschema
@@ -123,6 +125,56 @@ public-ip show 192.0.2.1
 command 9 --capacity 4
 """
 
+# Each form on a field of each kind that it fits.
+NAMES = {"format": 1, "records": {
+    "InstanceRecord": {
+        "word64": {"name": "address", "form": "ipv4"},
+        "word68": {"name": "state", "form": "flags", "flags": {"up": 1, "ready": 2}},
+        "byte72": {"name": "active", "form": "boolean"},
+        "word399": {"name": "mask", "form": "hex"},
+        "words431": {"name": "address6", "form": "ipv6"},
+        "bytes523": {"name": "label", "form": "text"}},
+    "LifSubEntry": {"words0": {"name": "addresses", "form": "ipv4"}},
+    "MRoutingLocalRcvr": {"address": {"name": "receiver", "form": "ipv6"}}}}
+
+MAC = re.compile(r"[0-9a-f]{2}(:[0-9a-f]{2}){5}")
+ADDRESS = re.compile(r"\d+(\.\d+){3}|[0-9a-f:]*::[0-9a-f:.]*")
+# Longer than any name that the preparation gives.
+HEXADECIMAL = re.compile(r"([0-9a-f]{2}){8,}")
+
+
+def wrong_versions(value):
+    """What could stand in the place of a value but for its schema."""
+    if isinstance(value, bool):
+        yield from (0, "true")
+    elif isinstance(value, int):
+        yield from (-1, 1.5, 2**64, str(value))
+    elif isinstance(value, str):
+        yield 7
+        if MAC.fullmatch(value):
+            yield from ("", value + ":00", value[:-1], value.replace(":", "-"))
+        elif ADDRESS.fullmatch(value):
+            yield from ("", value + "/8", value + ".")
+        elif HEXADECIMAL.fullmatch(value):
+            yield from (value[:-1], value[:-1] + "g")
+    elif isinstance(value, list):
+        yield from ({}, "")
+        yield from ([wrong, *value[1:]] for first in value[:1] for wrong in wrong_versions(first))
+    else:
+        yield from ([], {**value, "x": 0})
+        for name, member in value.items():
+            if name.endswith("Escaped"):
+                yield {**value, name: False}
+                continue
+            # Statistics of a type without a layout are the type alone.
+            if set(value) != {"type", name}:
+                yield {other: value[other] for other in value if other != name}
+            yield from ({**value, name: wrong} for wrong in wrong_versions(member))
+            if isinstance(member, list) and member and not isinstance(member[0], str):
+                yield {**value, name: member * 300}
+                if not isinstance(member[0], dict):
+                    yield {**value, name: member[1:]}
+
 
 def run(*words, stdin=None):
     return subprocess.run(words, input=stdin, stdout=subprocess.PIPE, check=True, text=True).stdout
@@ -196,6 +248,15 @@ class Pages(unittest.TestCase):
         for command in commands():
             self.assertIn("\n.B vdrctl " + words(command).replace("-", "\\-"), text)
 
+    def test_the_manual_has_a_section_for_each_object(self):
+        sections = re.findall(r"^\.SS (.*)$", run(VDRCTL, "reference", "man"), re.M)
+        objects = dict.fromkeys(command["object"] for command in commands() if command["verb"])
+        self.assertEqual([section.replace("\\-", "-") for section in sections], list(objects))
+
+    def test_documents_are_a_line_each(self):
+        for line in ("commands --json", "schema", "schema instance show"):
+            self.assertRegex(run(VDRCTL, *line.split()), r"^[\[{].*[\]}]\n\Z", line)
+
 
 class Names(unittest.TestCase):
     EXAMPLE = SOURCE / "examples/names/simulation.json"
@@ -232,48 +293,78 @@ class Names(unittest.TestCase):
 
 
 class Schemas(unittest.TestCase):
+    OPTIONS = ()
+
     @classmethod
     def setUpClass(cls):
-        cls.schemas = json.loads(run(VDRCTL, "schema"))["$defs"]
+        cls.schemas = json.loads(run(VDRCTL, "schema", *cls.OPTIONS))["$defs"]
+        cls.readings = READINGS.strip().splitlines()
+        output = run(VDRSIM, "run", "--", VDRCTL, "--json", "batch", "-", *cls.OPTIONS,
+                     stdin=PREPARATION + READINGS)
+        cls.documents = [json.loads(line) for line in output.splitlines()]
 
     def test_each_is_a_schema(self):
         self.assertGreater(len(self.schemas), 50)
-        for schema in self.schemas.values():
+        for name, schema in self.schemas.items():
             jsonschema.Draft202012Validator.check_schema(schema)
+            self.assertEqual(schema["title"], f"vdrctl {name} --json")
+
+    def test_layouts_have_titles(self):
+        for name in ("datapath stats show", "control-plane stats show", "lif stats show"):
+            titles = [layout["title"] for layout in self.schemas[name]["anyOf"]]
+            self.assertEqual(titles, ["StatsRecord of type 0", "StatsRecord of type 1",
+                                      "StatsRecord of type 3", "StatsRecord of other types"])
 
     def test_one_alone_is_that_of_all(self):
         for name, schema in self.schemas.items():
-            alone = json.loads(run(VDRCTL, "schema", *name.split()))
+            alone = json.loads(run(VDRCTL, "schema", *name.split(), *self.OPTIONS))
             self.assertEqual(alone.pop("$schema"), "https://json-schema.org/draft/2020-12/schema")
             self.assertEqual(alone, schema)
 
     def command_of(self, reading):
         return max((name for name in self.schemas if f"{reading} ".startswith(f"{name} ")), key=len)
 
+    def validator_of(self, reading):
+        return jsonschema.Draft202012Validator(self.schemas[self.command_of(reading)],
+                                               format_checker=jsonschema.FormatChecker())
+
     def test_each_has_an_output_that_is_looked_at(self):
-        self.assertEqual({self.command_of(line) for line in READINGS.strip().splitlines()},
-                         set(self.schemas))
+        self.assertEqual({self.command_of(reading) for reading in self.readings}, set(self.schemas))
 
     def test_outputs_are_valid(self):
-        readings = READINGS.strip().splitlines()
-        script = PREPARATION + READINGS
-        output = run(VDRSIM, "run", "--", VDRCTL, "--json", "batch", "-", stdin=script)
-        documents = [json.loads(line) for line in output.splitlines()]
-        self.assertEqual(len(documents), len(readings))
-        for reading, document in zip(readings, documents):
-            name = self.command_of(reading)
+        self.assertEqual(len(self.documents), len(self.readings))
+        for reading, document in zip(self.readings, self.documents):
             # An empty list would be valid whatever its records are.
             self.assertNotEqual(document, [], reading)
-            validator = jsonschema.Draft202012Validator(
-                self.schemas[name], format_checker=jsonschema.FormatChecker())
-            for error in validator.iter_errors(document):
+            for error in self.validator_of(reading).iter_errors(document):
                 self.fail(f"{reading}: {error.message}")
 
-    def test_a_wrong_output_is_noticed(self):
-        validator = jsonschema.Draft202012Validator(self.schemas["log-level get"])
-        self.assertTrue(validator.is_valid({"level": 3}))
-        for wrong in ({"level": -1}, {"level": "3"}, {"level": 2**32}, {}, {"level": 3, "x": 1}, []):
-            self.assertFalse(validator.is_valid(wrong), wrong)
+    def test_wrong_outputs_are_noticed(self):
+        for reading, document in zip(self.readings, self.documents):
+            validator = self.validator_of(reading)
+            for wrong in wrong_versions(document):
+                self.assertFalse(validator.is_valid(wrong), (reading, wrong))
+
+    def test_numbers_are_as_wide_as_their_fields(self):
+        validator = self.validator_of("log-level get")
+        self.assertTrue(validator.is_valid({"level": 2**32 - 1}))
+        self.assertFalse(validator.is_valid({"level": 2**32}))
+
+
+class SchemasWithNames(Schemas):
+    @classmethod
+    def setUpClass(cls):
+        with tempfile.NamedTemporaryFile("w", suffix=".json", delete=False) as file:
+            json.dump(NAMES, file)
+        cls.addClassCleanup(os.unlink, file.name)
+        cls.OPTIONS = ("--names", file.name)
+        super().setUpClass()
+
+    def test_each_name_is_looked_at(self):
+        shown = json.dumps(self.documents)
+        for fields in NAMES["records"].values():
+            for field in fields.values():
+                self.assertIn(f'"{field["name"]}": ', shown)
 
 
 if __name__ == "__main__":
