@@ -339,6 +339,19 @@ class Schemas(unittest.TestCase):
             for error in self.validator_of(reading).iter_errors(document):
                 self.fail(f"{reading}: {error.message}")
 
+    def test_replies_of_the_kernels_own_layout_have_the_room_of_the_protocol_page(self):
+        page = (SOURCE / "docs/protocol.md").read_text()
+        rooms = {name: int(room)
+                 for name, room in re.findall(r"^\| `(VDRZAX\w+)` .*\| raw (\d+) \|$", page, re.M)}
+        rooms = {words(command): rooms[name]
+                 for command in commands() for name in functions(command) if name in rooms}
+        lengths = {self.command_of(reading): document["length"]
+                   for reading, document in zip(self.readings, self.documents) if "length" in document}
+        shared = rooms.keys() & lengths.keys()
+        self.assertGreater(len(shared), 10)
+        for name in shared:
+            self.assertEqual(lengths[name], rooms[name], name)
+
     def test_wrong_outputs_are_noticed(self):
         for reading, document in zip(self.readings, self.documents):
             validator = self.validator_of(reading)

@@ -155,6 +155,36 @@ wrong 'vdrctl soft-rss table set' \
   "QUEUES: '1,256' is not a list of up to 128 numbers from 0 to 255, as 0,1,2,3" \
   soft-rss table set rss 1,256
 
+# limited WORDS PARAMETER MOST ARGUMENTS...: the text of the parameter comes behind the arguments.
+limited() {
+  where=$1
+  parameter=$2
+  most=$3
+  shift 3
+  wrong "$where" "$parameter: the text is $((most + 1)) bytes long, and at most $most are taken" \
+    "$@" "$(printf "%0$((most + 1))d" 0)"
+}
+limited 'vdrctl instance list' --columns 4096 instance list --columns
+limited 'vdrctl instance list' --sort 255 instance list --sort
+limited 'vdrctl instance list' --watch 16 instance list --watch
+limited 'vdrctl schema' OBJECT 63 schema
+limited 'vdrctl schema' VERB 63 schema lif
+limited 'vdrctl schema' WORD 63 schema lif address
+limited 'vdrctl connection plumb' --second 15 connection plumb c1 --second
+limited 'vdrctl connection plumb' --fourth 17 connection plumb c1 --fourth
+limited 'vdrctl connection plumb' --fifth 31 connection plumb c1 --fifth
+limited 'vdrctl connection plumb' --sixth 255 connection plumb c1 --sixth
+limited 'vdrctl bfd-port plumb' --second-name 15 bfd-port plumb p1 --second-name
+limited 'vdrctl transport-node set' --third-name 15 transport-node set one --third-name
+limited 'vdrctl soft-rss table set' QUEUES 1024 soft-rss table set rss
+wrong 'vdrctl transport-node set' '--bytes: the text is 130 bytes long, and at most 128 are taken' \
+  transport-node set one --bytes "$(printf %0130d 0)"
+wrong 'vdrctl lif-policy-table set' 'TABLES: the text is 4097 bytes long, and at most 4096 are taken' \
+  lif-policy-table set edge-1 uplink "1:2:$(printf %04093d 0)"
+wrong 'vdrctl lif set' "--mode: '4' is not a number from 0 to 3" lif set edge-1 uplink --mode 4
+wrong 'vdrctl lif set' "--flags: '536870912' is not a number from 0 to 536870911" \
+  lif set edge-1 uplink --flags 536870912
+
 # As many as a command has room for, and one more.
 repeated() { printf "%0$2d" 0 | sed "s/0/$1,/g; s/,\$//"; }
 checked() { echo "$*" | "$vdrctl" batch - --dry-run; }
