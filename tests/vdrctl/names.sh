@@ -81,6 +81,10 @@ in_record "/word64/form: 'mac' does not fit this field" '{"word64":{"name":"x","
 in_record "/word64: 'flags' and the form 'flags' go together" '{"word64":{"name":"x","form":"flags"}}'
 in_record "/byte72/flags/a: is not a number of 1 to 8 bits, and not 0" \
   '{"byte72":{"name":"x","form":"flags","flags":{"a":256}}}'
+for mask in 0 -1 1.5 true '"1"'; do
+  in_record "/byte72/flags/a: is not a number of 1 to 8 bits, and not 0" \
+    "{\"byte72\":{\"name\":\"x\",\"form\":\"flags\",\"flags\":{\"a\":$mask}}}"
+done
 in_record "/word64/nam: none of 'name', 'form', 'flags' and 'comment'" '{"word64":{"nam":"x"}}'
 in_record ": two fields are called 'word68'" '{"word64":"word68"}'
 in_record '/word64: is there twice' '{"word64":"a","word68":"b","word64":"c"}'
@@ -105,6 +109,17 @@ in_record "/word64: 'flags' and the form 'flags' go together" '{"word64":{"name"
 in_record "/words431[4]: the record has no field of this name (did you mean 'words431[0]'?)" '{"words431[4]":"x"}'
 expect 1 '' "vdrctl: $room/none: No such file or directory (ENOENT)" \
   "$vdrctl" --names "$room/none" instance list
+
+# As long and as wide as is taken, and no more.
+longest=$(printf %063d 0)
+cat >"$file" <<END
+{"format": 1, "records": {
+"InstanceRecord": {"word64": "$longest", "byte72": {"name": "x", "form": "flags", "flags": {"all": 255}}},
+"PolicyRecord": {"policyQword": {"name": "y", "form": "flags", "flags": {"all": 18446744073709551615}}}}}
+END
+expect 0 "[{\"$longest\":16909060,\"x\":[\"0x1\"]}]" '' \
+  "$vdrctl" -j --names "$file" instance list --columns "$longest,x" edge-1
+in_record "/word64: a name is of 1 to 63 letters, digits, '_' and '-'" "{\"word64\":\"${longest}0\"}"
 
 # To the byte as long as is taken, and one more.
 { printf '{"format":1,"records":{}}' && head -c 1048551 /dev/zero | tr '\000' ' '; } >"$file"

@@ -155,6 +155,9 @@ wrong 'vdrctl soft-rss table set' \
   "QUEUES: '1,256' is not a list of up to 128 numbers from 0 to 255, as 0,1,2,3" \
   soft-rss table set rss 1,256
 
+wrong 'vdrctl batch' 'FILE: the name of a file is missing' batch ''
+wrong 'vdrctl command' '--input: the name of a file is missing' command 9 --input=
+
 # limited WORDS PARAMETER MOST ARGUMENTS...: the text of the parameter comes behind the arguments.
 limited() {
   where=$1
