@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <ranges>
 #include <set>
 #include <vector>
 
@@ -67,8 +66,9 @@ std::string Below(const std::string& place, const std::string& name) {
 
 template <typename Map>
 std::vector<std::string_view> Keys(const Map& map) {
-  const auto keys = std::views::keys(map);
-  return {keys.begin(), keys.end()};
+  std::vector<std::string_view> keys;
+  for (const auto& [key, value] : map) keys.push_back(key);
+  return keys;
 }
 
 bool IsName(std::string_view name) {
