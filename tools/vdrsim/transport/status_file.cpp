@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -19,7 +20,9 @@ std::optional<uint64_t> StatusFile::Number(std::string_view label, int base) con
   std::array<char, 4096> buffer;
   const ssize_t length = pread(file_.get(), buffer.data(), buffer.size(), 0);
   if (length <= 0) return std::nullopt;
-  const std::string_view text(buffer.data(), static_cast<size_t>(length));
+  std::string_view text(buffer.data(), static_cast<size_t>(length));
+  // The first line is the name, which the process itself chooses.
+  text.remove_prefix(std::min(text.find('\n'), text.size()));
   const size_t line = text.find(label);
   if (line == std::string_view::npos) return std::nullopt;
   const size_t digits = text.find_first_not_of("\t ", line + label.size());

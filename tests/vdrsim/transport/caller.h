@@ -1,0 +1,60 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+
+#include "transport/held_up_call.h"
+#include "transport/unique_fd.h"
+
+namespace transport_test {
+
+// Pages that the test and its callers have in common, at the same place.
+class SharedPages {
+ public:
+  explicit SharedPages(size_t count);
+  SharedPages(const SharedPages&) = delete;
+  ~SharedPages();
+
+  static size_t PageSize();
+  std::span<std::byte> bytes() const { return {start_, size_}; }
+  uint64_t Address(size_t offset = 0) const;
+
+ private:
+  std::byte* start_;
+  size_t size_;
+};
+
+// Takes nobody's place.
+struct NoRelief final : vdrsim::Relief {
+  void BeginRest() noexcept override {}
+  void EndRest() noexcept override {}
+};
+
+// Another process, as one of a run, which makes its calls and ends.
+class Caller {
+ public:
+  explicit Caller(const std::function<void()>& calls);
+  Caller(const Caller&) = delete;
+  ~Caller();
+
+  pid_t process() const { return process_; }
+  // The next of its calls, which waits.
+  vdrsim::HeldUpCall& Next();
+  void Kill() const;
+
+ private:
+  pid_t process_ = -1;
+  vdrsim::UniqueFd listener_{};
+  NoRelief relief_{};
+  std::optional<vdrsim::HeldUpCall> call_{};
+};
+
+// An ioctl call, held up whatever it is made on.
+void Command(uint64_t envelope);
+
+}  // namespace transport_test

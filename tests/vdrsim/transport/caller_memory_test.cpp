@@ -1,0 +1,83 @@
+#include "transport/caller_memory.h"
+
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <thread>
+#include <vector>
+
+#include "caller.h"
+
+namespace {
+
+using transport_test::Caller;
+using transport_test::Command;
+using transport_test::SharedPages;
+
+constexpr size_t kPages = 150;  // more than are looked at at once
+
+// Callers that have no other thread, and that have one: their memory is reached by different ways.
+class CallerMemory : public testing::TestWithParam<bool> {
+ protected:
+  void Call() {
+    if (GetParam()) std::thread([] { pause(); }).detach();
+    mprotect(pages_.bytes().data() + Page(kPages - 1), Page(1), PROT_READ);
+    Command(0);
+  }
+
+  static size_t Page(size_t index) { return index * SharedPages::PageSize(); }
+
+  SharedPages pages_{kPages};
+  Caller caller_{[this] { Call(); }};
+  vdrsim::HeldUpCall& call_{caller_.Next()};
+  vdrsim::CallerMemory memory_{call_};
+};
+
+TEST_P(CallerMemory, IsWritableWhereEveryPageIs) {
+  EXPECT_TRUE(memory_.IsWritable(pages_.Address(5), Page(kPages - 1) - 5));
+  EXPECT_FALSE(memory_.IsWritable(pages_.Address(5), Page(kPages - 1) - 4));
+  EXPECT_FALSE(memory_.IsWritable(pages_.Address(Page(kPages - 1)), 1));
+  EXPECT_TRUE(memory_.IsWritable(pages_.Address(Page(kPages - 1)), 0));
+}
+
+TEST_P(CallerMemory, IsAskedWithoutAChange) {
+  std::ranges::fill(pages_.bytes(), std::byte{7});
+  EXPECT_TRUE(memory_.IsWritable(pages_.Address(), Page(kPages - 1)));
+  EXPECT_EQ(std::ranges::count(pages_.bytes(), std::byte{7}), Page(kPages));
+}
+
+TEST_P(CallerMemory, EndsBeforeTheAddressesOfTheKernelAndDoesNotGoRound) {
+  EXPECT_FALSE(memory_.IsWritable(UINT64_MAX - 7, 16));
+  EXPECT_FALSE(memory_.IsWritable(UINT64_MAX, 1));
+  EXPECT_FALSE(memory_.IsWritable(INT64_MAX, 1));
+}
+
+TEST_P(CallerMemory, IsWrittenInTheOrderOfThePatches) {
+  const std::vector<std::byte> whole(Page(2), std::byte{1});
+  const std::byte part{2};
+  EXPECT_TRUE(
+      memory_.Write({{pages_.Address(9), whole}, {pages_.Address(Page(1)), std::span(&part, 1)}}));
+  EXPECT_EQ(pages_.bytes()[8], std::byte{0});
+  EXPECT_EQ(pages_.bytes()[9], std::byte{1});
+  EXPECT_EQ(pages_.bytes()[Page(1)], std::byte{2});
+  EXPECT_EQ(pages_.bytes()[Page(2) + 8], std::byte{1});
+  EXPECT_EQ(pages_.bytes()[Page(2) + 9], std::byte{0});
+}
+
+TEST_P(CallerMemory, IsNotWrittenWhereTheCallerItselfCannotOrIsGone) {
+  const std::vector<std::byte> bytes(2);
+  EXPECT_FALSE(memory_.Write({{pages_.Address(Page(kPages - 1) - 1), bytes}}));
+  EXPECT_TRUE(memory_.Write({{pages_.Address(Page(kPages - 1) - 2), bytes}}));
+  caller_.Kill();
+  while (call_.IsWaiting()) {
+  }
+  EXPECT_FALSE(memory_.Write({{pages_.Address(), bytes}}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Callers, CallerMemory, testing::Bool(), [](const auto& hasThread) {
+  return hasThread.param ? "BesideAThread" : "Alone";
+});
+
+}  // namespace

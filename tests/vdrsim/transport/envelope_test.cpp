@@ -1,0 +1,88 @@
+#include "transport/envelope.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <optional>
+
+#include "caller.h"
+#include "wire.h"
+
+namespace {
+
+using transport_test::Caller;
+using transport_test::Command;
+using transport_test::SharedPages;
+using wire::Wire;
+
+constexpr size_t kRoom = 100;  // where the reply goes
+constexpr uint32_t kCapacity = 6;
+
+// A caller with an envelope at the beginning of a page and room for a reply behind it.
+class Envelope : public testing::Test {
+ protected:
+  Envelope() {
+    std::ranges::fill(page_.bytes(), std::byte{0xee});
+    std::ranges::copy(Expected(kCapacity).bytes(), page_.bytes().begin());
+    EXPECT_TRUE(envelope_.Read());
+  }
+
+  Wire Expected(uint32_t replyLength) const {
+    return Wire(24).U32(0, 5).U64(4, 77).U32(12, replyLength).U64(16, page_.Address(kRoom));
+  }
+
+  int Deliver(uint32_t size, std::optional<uint32_t> claimed = {}) {
+    vdrsim::Answer answer{.claimed = claimed};
+    std::ranges::fill(answer.reply.Fill(size), std::byte{0x11});
+    return envelope_.Deliver(answer);
+  }
+
+  // The whole page: the envelope and the reply, and nothing beside them.
+  void ExpectChanged(uint32_t replyLength, size_t replySize) {
+    wire::Bytes expected(page_.bytes().size(), std::byte{0xee});
+    std::ranges::copy(Expected(replyLength).bytes(), expected.begin());
+    std::fill_n(expected.begin() + kRoom, replySize, std::byte{0x11});
+    const auto bytes = page_.bytes();
+    EXPECT_EQ(wire::Difference({bytes.begin(), bytes.end()}, expected), "");
+  }
+
+  SharedPages page_{1};
+  Caller caller_{[this] { Command(page_.Address()); }};
+  vdrsim::HeldUpCall& call_{caller_.Next()};
+  vdrsim::CallerMemory memory_{call_};
+  vdrsim::Envelope envelope_{call_, memory_, page_.Address()};
+};
+
+TEST_F(Envelope, SaysWhatTheCallerWrote) {
+  EXPECT_EQ(envelope_.inputLength(), 5U);
+  EXPECT_EQ(envelope_.input(), 77U);
+  EXPECT_EQ(envelope_.capacity(), kCapacity);
+}
+
+TEST_F(Envelope, ChangesInItsLengthAlone) {
+  EXPECT_EQ(Deliver(4), 0);
+  ExpectChanged(4, 4);
+}
+
+TEST_F(Envelope, TakesAReplyThatFillsTheRoom) {
+  EXPECT_EQ(Deliver(kCapacity), 0);
+  ExpectChanged(kCapacity, kCapacity);
+}
+
+TEST_F(Envelope, RefusesAReplyThatIsLongerThanTheRoom) {
+  EXPECT_EQ(Deliver(kCapacity + 1), EINVAL);
+  ExpectChanged(kCapacity, 0);
+}
+
+TEST_F(Envelope, TakesTheLengthThatIsClaimed) {
+  EXPECT_EQ(Deliver(2, 1000), 0);
+  ExpectChanged(1000, 2);
+}
+
+TEST_F(Envelope, IsAskedWithoutAChange) {
+  EXPECT_TRUE(envelope_.Takes(kCapacity));
+  ExpectChanged(kCapacity, 0);
+}
+
+}  // namespace

@@ -1,0 +1,73 @@
+#include "transport/pinned_memory.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/ioctl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <optional>
+#include <vector>
+
+#include "caller.h"
+
+namespace {
+
+using transport_test::SharedPages;
+using vdrsim::PinnedMemory;
+
+// What is mapped at address 0 is asked so, in the 104 bytes that begin with their number.
+bool KernelTells() {
+  const vdrsim::UniqueFd map(open("/proc/self/maps", O_RDONLY));
+  uint64_t query[13] = {104};
+  return ioctl(map.get(), 0xc0686611, query) != 0 && errno == ENOENT;
+}
+
+// The test's own: a page that can't be written, two that can, and one that can't.
+class Pinned : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!KernelTells()) {
+      EXPECT_FALSE(memory_);
+      GTEST_SKIP() << "the kernel can't tell what may be written";
+    }
+    ASSERT_TRUE(memory_);
+    for (const size_t page : {0, 3}) {
+      ASSERT_EQ(mprotect(pages_.bytes().data() + page * kPage, kPage, PROT_READ), 0);
+    }
+    // Other rights make another map of the second page.
+    ASSERT_EQ(mprotect(pages_.bytes().data() + kPage, kPage, PROT_WRITE), 0);
+  }
+
+  bool IsWritable(size_t begin, size_t end) const {
+    return memory_->IsWritable(pages_.Address(begin), end - begin);
+  }
+
+  const size_t kPage = SharedPages::PageSize();
+  SharedPages pages_{4};
+  std::optional<PinnedMemory> memory_{PinnedMemory::Of(getpid())};
+};
+
+TEST_F(Pinned, IsWritableWhereEveryPageIs) {
+  EXPECT_TRUE(IsWritable(kPage, 3 * kPage));
+  EXPECT_TRUE(IsWritable(2 * kPage - 1, 2 * kPage + 1));
+  EXPECT_FALSE(IsWritable(kPage - 1, kPage));
+  EXPECT_FALSE(IsWritable(kPage - 1, kPage + 1));
+  EXPECT_FALSE(IsWritable(kPage, 3 * kPage + 1));
+  EXPECT_TRUE(IsWritable(0, 0));
+}
+
+TEST_F(Pinned, IsWrittenWhereItIsWritable) {
+  const std::vector<std::byte> bytes(kPage + 1, std::byte{5});
+  EXPECT_FALSE(memory_->Write(pages_.Address(2 * kPage), bytes));
+  EXPECT_EQ(std::ranges::count(pages_.bytes(), std::byte{5}), 0);
+  EXPECT_TRUE(memory_->Write(pages_.Address(2 * kPage - 1), bytes));
+  EXPECT_TRUE(std::ranges::equal(pages_.bytes().subspan(2 * kPage - 1, kPage + 1), bytes));
+  EXPECT_EQ(std::ranges::count(pages_.bytes(), std::byte{5}), kPage + 1);
+}
+
+TEST_F(Pinned, LeadsToNothingThatIsNotThere) { EXPECT_FALSE(PinnedMemory::Of(-1)); }
+
+}  // namespace

@@ -1,0 +1,56 @@
+#include "transport/status_file.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <thread>
+
+namespace {
+
+using vdrsim::StatusFile;
+
+uint64_t Number(const StatusFile& status, const char* label, int base = 10) {
+  return status.Number(label, base).value_or(0);
+}
+
+TEST(StatusFile, SaysTheNumberBehindALabel) {
+  const StatusFile status = StatusFile::Of(getpid());
+  EXPECT_EQ(Number(status, "Pid:"), static_cast<uint64_t>(getpid()));
+  EXPECT_EQ(Number(status, "PPid:"), static_cast<uint64_t>(getppid()));
+  EXPECT_FALSE(status.Number("nonesuch:"));
+  EXPECT_FALSE(status.Number("State:")) << "a letter";
+}
+
+TEST(StatusFile, SaysHexadecimalNumbersAsTheyAreNow) {
+  const StatusFile status = StatusFile::Of(gettid());
+  sigset_t blocked;
+  sigset_t before;
+  sigemptyset(&blocked);
+  sigaddset(&blocked, SIGUSR1);
+  sigprocmask(SIG_SETMASK, &blocked, &before);
+  EXPECT_EQ(Number(status, "SigBlk:", 16), 0x200U);
+  sigaddset(&blocked, SIGRTMAX);
+  sigprocmask(SIG_SETMASK, &blocked, nullptr);
+  EXPECT_EQ(Number(status, "SigBlk:", 16), 0x8000000000000200U);
+  sigprocmask(SIG_SETMASK, &before, nullptr);
+}
+
+// The name comes first, and is the process's own choice.
+TEST(StatusFile, DoesNotTakeANameForALabel) {
+  std::thread([] {
+    prctl(PR_SET_NAME, "\nTgid:\t1");
+    EXPECT_EQ(Number(StatusFile::Of(gettid()), "Tgid:"), static_cast<uint64_t>(getpid()));
+  }).join();
+}
+
+TEST(StatusFile, IsEmptyWhereThereIsNone) {
+  const StatusFile none = StatusFile::Of(-1);
+  EXPECT_FALSE(none);
+  EXPECT_EQ(errno, ENOENT);
+  EXPECT_FALSE(none.Number("Pid:"));
+}
+
+}  // namespace
