@@ -6,7 +6,9 @@
 #include <sys/sysmacros.h>
 
 #include <cerrno>
-#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <system_error>
 
 #include "node_path.h"
 #include "proc_path.h"
@@ -64,11 +66,10 @@ std::optional<dev_t> RealDevice(Node node, bool isAllowed) {
 
 // Numbers of processes mean nothing in another namespace's /proc.
 void RequireOwnProc() {
-  std::array<char, 16> number{};
-  if (readlink("/proc/self", number.data(), number.size() - 1) < 0) {
-    FailStart("cannot look at /proc/self", errno, "/proc must be mounted");
-  }
-  if (std::atoi(number.data()) != getpid()) {
+  std::error_code error;
+  const auto number = std::filesystem::read_symlink("/proc/self", error);
+  if (error) FailStart("cannot look at /proc/self", error.value(), "/proc must be mounted");
+  if (number != std::to_string(getpid())) {
     throw StartFailure("/proc shows another PID namespace: mount one of this namespace's own");
   }
 }

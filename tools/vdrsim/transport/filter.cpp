@@ -6,7 +6,6 @@
 #include <seccomp.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -92,11 +91,11 @@ std::vector<sock_filter> SupervisedCallsFilter(Scope scope) {
   const UniqueFd exported(memfd_create("vdrsim-filter", MFD_CLOEXEC));
   if (!exported) FailStart("cannot create a memory file", errno);
   Require(seccomp_export_bpf(filter.get(), exported.get()));
-  struct stat status {};
-  if (fstat(exported.get(), &status) != 0) FailStart("cannot read the seccomp filter", errno);
-  const auto length = static_cast<size_t>(status.st_size);
+  const off_t end = lseek(exported.get(), 0, SEEK_END);
+  if (end == -1) FailStart("cannot read the seccomp filter", errno);
+  const auto length = static_cast<size_t>(end);
   std::vector<sock_filter> program(length / sizeof(sock_filter));
-  if (pread(exported.get(), program.data(), length, 0) != status.st_size) {
+  if (pread(exported.get(), program.data(), length, 0) != end) {
     FailStart("cannot read the seccomp filter", EIO);
   }
   return program;

@@ -8,9 +8,13 @@
 #include <sys/uio.h>
 #include <sys/wait.h>
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 #include "caller_memory.h"
 #include "start_failure.h"
@@ -54,7 +58,7 @@ Launched Launch(const std::vector<std::string>& arguments, Scope scope, const Ru
   prctl(PR_SET_CHILD_SUBREAPER, 1);
   if (setenv("VDRSIM", "1", 1) != 0) FailStart("cannot set VDRSIM in the environment", errno);
 
-  int ends[2] = {-1, -1};
+  int ends[2];
   if (socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
     FailStart("cannot create a socket pair", errno);
   }
@@ -93,8 +97,8 @@ namespace {
 
 std::vector<char*> AsArguments(const std::vector<std::string>& texts) {
   std::vector<char*> pointers;
-  pointers.reserve(texts.size() + 1);
-  for (const std::string& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
+  std::ranges::transform(texts, std::back_inserter(pointers),
+                         [](const std::string& text) { return const_cast<char*>(text.c_str()); });
   pointers.push_back(nullptr);
   return pointers;
 }
@@ -186,10 +190,9 @@ void CheckInjection(int listener, const DeviceNodes& nodes) {
 }
 
 void CheckMemory(pid_t child) {
-  uint64_t seen = 0;
-  const bool read = ReadMemory(child, reinterpret_cast<uint64_t>(&kProbe),
-                               std::as_writable_bytes(std::span(&seen, 1)));
-  if (read && seen == kProbe) return;
+  std::array<std::byte, sizeof kProbe> seen{};
+  const bool read = ReadMemory(child, reinterpret_cast<uint64_t>(&kProbe), seen);
+  if (read && std::bit_cast<uint64_t>(seen) == kProbe) return;
   FailStart("cannot read the memory of the command", read ? EIO : errno,
             "a container must allow process_vm_readv, and kernel.yama.ptrace_scope must be 0 or 1");
 }

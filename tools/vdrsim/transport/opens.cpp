@@ -23,8 +23,8 @@ struct Opening {
   int flags;
 };
 
-// What the kernel says to the structure of openat2 before it looks at the path; an empty path is
-// never found.
+// What the kernel says to the structure of openat2, of which it wants all that is known here, before
+// it looks at the path; an empty path is never found.
 int Judge(std::span<const std::byte> how) {
   syscall(SYS_openat2, AT_FDCWD, "", how.data(), how.size());
   return errno == ENOENT ? 0 : errno;
@@ -35,7 +35,7 @@ std::optional<Opening> ReadHow(HeldUpCall& call) {
   std::array<std::byte, 4096> room;
   const uint64_t length = call.argument(3);
   open_how how{};
-  if (length < sizeof how || length > room.size()) return call.Continue(), std::nullopt;
+  if (length > room.size()) return call.Continue(), std::nullopt;
   const std::span bytes(room.data(), length);
   if (!CallerMemory(call).Read(call.argument(2), bytes)) return call.Continue(), std::nullopt;
   if (const int error = Judge(bytes)) return call.Return(error), std::nullopt;

@@ -12,10 +12,11 @@ namespace vdrsim {
 
 namespace {
 
-// The question of what is mapped at an address, named by the headers of Linux 6.11 and later.
+// The question of what is mapped, and may be written, at an address, named by the headers of Linux 6.11 and later.
+constexpr uint64_t kWritable = 2;
 struct MapQuery {
   uint64_t size = sizeof(MapQuery);
-  uint64_t flags = 0;
+  uint64_t flags = kWritable;
   uint64_t address = 0;
   uint64_t start = 0;
   uint64_t end = 0;
@@ -23,7 +24,6 @@ struct MapQuery {
 };
 static_assert(sizeof(MapQuery) == 104);
 constexpr unsigned long kQueryMap = _IOWR('f', 17, MapQuery);
-constexpr uint64_t kWritable = 2;
 
 bool Ask(const UniqueFd& map, MapQuery& query) { return ioctl(map.get(), kQueryMap, &query) == 0; }
 
@@ -34,7 +34,7 @@ PinnedMemory::PinnedMemory(UniqueFd bytes, UniqueFd map)
 
 std::optional<PinnedMemory> PinnedMemory::Of(pid_t process) {
   UniqueFd map(open(ProcPath("/proc/{}/maps", process).c_str(), O_RDONLY | O_CLOEXEC));
-  MapQuery nothing{.flags = kWritable};
+  MapQuery nothing{};
   // Address 0 is never mapped so, and a kernel that knows the question says that.
   if (!map || Ask(map, nothing) || errno != ENOENT) return std::nullopt;
   UniqueFd bytes(open(ProcPath("/proc/{}/mem", process).c_str(), O_WRONLY | O_CLOEXEC));
@@ -45,7 +45,7 @@ std::optional<PinnedMemory> PinnedMemory::Of(pid_t process) {
 bool PinnedMemory::IsWritable(uint64_t address, uint64_t length) const {
   uint64_t covered = 0;
   while (covered < length) {
-    MapQuery query{.flags = kWritable, .address = address + covered};
+    MapQuery query{.address = address + covered};
     if (!Ask(map_, query)) return false;
     covered = query.end - address;
   }

@@ -49,9 +49,10 @@ void Supervisor::Wait() {
                       {workers_.descriptor(), POLLIN, 0}};
   const int ready = poll(sources, std::size(sources), Patience());
   if (ready < 0) return;
-  if (sources[0].revents != 0) callsMayCome_ = false;
-  if (sources[1].revents != 0) TakeSignals();
-  if (workersWantLook_ || sources[2].revents != 0) workersWantLook_ = workers_.LookAfter();
+  const auto& [calls, signals, workers] = sources;
+  if (calls.revents != 0) callsMayCome_ = false;
+  if (signals.revents != 0) TakeSignals();
+  if (workersWantLook_ || workers.revents != 0) workersWantLook_ = workers_.LookAfter();
 }
 
 int Supervisor::Patience() const {
