@@ -135,6 +135,18 @@ TEST(Run, UnderAProcOfAnotherNamespaceIsRefused) {
 
 TEST(Run, TellsTheCommandThatItIsInARun) { ExpectSuccess(SupervisedLine("echo $VDRSIM"), "1\n"); }
 
+TEST(Run, RestsWhileNobodyCallsIt) {
+  ExpectSuccess(SupervisedLine("for look in $(seq 1000); do if grep -q '^State:.S' "
+                               "/proc/$PPID/status; then echo rests; break; fi; done"),
+                "rests\n");
+}
+
+TEST(Run, HasAWitnessBesideItThatIsKnownByItsName) {
+  ExpectSuccess(SupervisedLine("for child in $(cat /proc/$PPID/task/$PPID/children); do "
+                               "cat /proc/$child/comm; done"),
+                "vdrsim-witness\nsh\n");
+}
+
 TEST(Run, LeavesClosedWhatWasClosed) {
   const std::string list = "; exec vdrsim run -- ls /proc/self/fd";
   const std::string without = "; exec ls /proc/self/fd";
@@ -184,6 +196,14 @@ TEST(Run, SaysWhatTheKernelOrAContainerWithholds) {
       // A kernel that can inject a descriptor but not answer with it.
       {{"ioctl", "22", "1", "0xffffffff", "0x40182103"},
        "vdrsim: cannot inject a descriptor into a supervised process: Invalid argument (it takes"},
+      {{"memfd_create", "38"}, "vdrsim: cannot create a memory file: Function not implemented\n"},
+      // The sealing of a file.
+      {{"fcntl", "1", "1", "0xffffffff", "1033"},
+       "vdrsim: cannot seal a memory file: Operation not permitted\n"},
+      {{"lseek", "1"}, "vdrsim: cannot read the seccomp filter: Operation not permitted\n"},
+      {{"signalfd4", "38"}, "vdrsim: cannot hold signals: Function not implemented\n"},
+      {{"socketpair", "1"}, "vdrsim: cannot create a socket pair: Operation not permitted\n"},
+      {{"clone", "11"}, "vdrsim: cannot start a process: Resource temporarily unavailable\n"},
       {{"process_vm_readv", "1"},
        "vdrsim: cannot read the memory of the command: Operation not permitted (a container"},
   };
@@ -197,18 +217,24 @@ TEST(Run, SaysWhatTheKernelOrAContainerWithholds) {
   }
 }
 
-TEST(Run, WorksOnAKernelWithoutTheNewestFlags) {
-  // The flag that makes waiting callers deaf to signals, and the request for waking up in step.
+TEST(Run, WorksOnAKernelThatKnowsLess) {
   const std::vector<std::vector<std::string>> missing = {
-      {"seccomp", "22", "1", "0x20", "0x20"}, {"ioctl", "22", "1", "0xffffffff", "0x40082104"}};
+      // The flag that makes waiting callers deaf to signals.
+      {"seccomp", "22", "1", "0x20", "0x20"},
+      // The request for waking up in step.
+      {"ioctl", "22", "1", "0xffffffff", "0x40082104"},
+      // The question of what is mapped and may be written.
+      {"ioctl", "25", "1", "0xffffffff", "0xc0686611"},
+      // The pipes of the witness; without one, every signal counts as meant for vdrsim alone.
+      {"pipe2", "24"}};
   for (const auto& refusal : missing) {
     std::vector<std::string> arguments = {kRefuse};
     arguments.insert(arguments.end(), refusal.begin(), refusal.end());
-    for (const std::string& argument :
-         {std::string("--"), kVdrsim, std::string("run"), kClient, std::string("level")}) {
-      arguments.push_back(argument);
+    for (const char* argument : {"--", kVdrsim.c_str(), "run", kClient.c_str(), "check"}) {
+      arguments.emplace_back(argument);
     }
-    ExpectSuccess(Execute(arguments), "0\n");
+    arguments.emplace_back("beside-threads");
+    ExpectSuccess(Execute(arguments));
   }
 }
 

@@ -107,7 +107,7 @@ TEST(Signals, LeavesTheCommandASignalBlocked) {
 }
 
 TEST(Signals, OneForTheProcessGroupArrivesOnce) {
-  for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGUSR1, SIGUSR2}) {
+  for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGUSR1, SIGUSR2, SIGRTMAX}) {
     Program program({kVdrsim, "run", "--", kClient, "count", std::to_string(number)});
     program.AwaitOutput("ready\n");
     program.SignalGroup(number);

@@ -159,6 +159,20 @@ int check_threads(void) {
   return 0;
 }
 
+static void* stay(void* argument) {
+  for (;;) pause();
+  return argument;
+}
+
+// The first thread of several can leave its number to another program.
+int check_beside_threads(void) {
+  pthread_t thread;
+  EXPECT(pthread_create(&thread, NULL, stay, NULL) == 0);
+  EXPECT(answers(open(NORMAL_NODE, O_RDWR)));
+  EXPECT(set_instance("edge-1", 1) == 0 && delete_instance("edge-1") == 0);
+  return 0;
+}
+
 static volatile sig_atomic_t signals;
 
 static void count_signal(int number) {

@@ -44,6 +44,7 @@ static int run_check(const char* name) {
                 {"other-files", check_other_files},
                 {"malformed", check_malformed},
                 {"threads", check_threads},
+                {"beside-threads", check_beside_threads},
                 {"storm", check_storm},
                 {"spellings", check_spellings},
                 {"held-up", check_held_up},

@@ -41,6 +41,7 @@ int check_shared_descriptors(void);
 int check_other_files(void);
 int check_malformed(void);
 int check_threads(void);
+int check_beside_threads(void);
 int check_storm(void);
 int check_spellings(void);
 int check_held_up(void);
