@@ -26,6 +26,8 @@ static void openat2_like_linux(void) {
   EXPECT(answers(openat2_with(&longer.how, 4096)));
   EXPECT(openat2_with(&longer.how, 23) < 0 && errno == EINVAL);
   EXPECT(openat2_with(&longer.how, 4097) < 0 && errno == E2BIG);
+  static const struct open_how much[4096];
+  EXPECT(openat2_with(much, sizeof much) < 0 && errno == E2BIG);
   longer.tail[3] = 1;
   EXPECT(openat2_with(&longer.how, 32) < 0 && errno == E2BIG);
 
@@ -36,6 +38,16 @@ static void openat2_like_linux(void) {
   for (size_t i = 0; i < sizeof wrong / sizeof *wrong; ++i) {
     EXPECT(openat2_with(&wrong[i], sizeof *wrong) < 0 && errno == EINVAL);
   }
+}
+
+// The longest path that there can be, and one that is too long.
+static void long_paths(void) {
+  static char path[4098];
+  memset(path, '/', sizeof path);
+  memcpy(path + sizeof path - sizeof NORMAL_NODE, NORMAL_NODE, sizeof NORMAL_NODE);
+  EXPECT(strlen(path) == 4097 && strlen(path + 2) == 4095);
+  EXPECT(answers(open(path + 2, O_RDWR)));
+  EXPECT(open(path + 1, O_RDWR) < 0 && errno == ENAMETOOLONG);
 }
 
 int check_spellings(void) {
@@ -60,6 +72,7 @@ int check_spellings(void) {
 #ifdef SYS_creat
   EXPECT(answers((int)syscall(SYS_creat, NORMAL_NODE, 0600)));
 #endif
+  long_paths();
   openat2_like_linux();
   return 0;
 }

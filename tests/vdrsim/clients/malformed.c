@@ -95,6 +95,9 @@ static void wrong_lengths(int device) {
   // One that no command has is not even read.
   struct envelope longer = envelope(969, (void*)8, 0, NULL);
   EXPECT(command(device, 3, &longer) == EINVAL);
+  // Nor is one that is longer than the kernel copies at once, on the code that takes any length.
+  longer = envelope(0x7ffff001, (void*)8, 0, NULL);
+  EXPECT(command(device, 255, &longer) == EINVAL);
   unsigned char reply[577];
   memset(reply, 0xaa, sizeof reply);
   struct envelope argument = envelope(968, block, 576, reply);

@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <memory>
 #include <optional>
+#include <span>
 
 #include "caller.h"
 #include "wire.h"
@@ -18,6 +21,22 @@ using wire::Wire;
 
 constexpr size_t kRoom = 100;  // where the reply goes
 constexpr uint32_t kCapacity = 6;
+
+// A reply of five bytes, two at most at once.
+class Pieces final : public vdrsim::Reply::Source {
+ public:
+  uint32_t Prepare() override { return 5; }
+
+  std::span<const std::byte> Next() noexcept override {
+    static const std::array kBytes{std::byte{0x11}, std::byte{0x11}};
+    const auto piece = std::span(kBytes).first(std::min<size_t>(2, left_));
+    left_ -= piece.size();
+    return piece;
+  }
+
+ private:
+  size_t left_ = 5;
+};
 
 // A caller with an envelope at the beginning of a page and room for a reply behind it.
 class Envelope : public testing::Test {
@@ -63,6 +82,13 @@ TEST_F(Envelope, SaysWhatTheCallerWrote) {
 TEST_F(Envelope, ChangesInItsLengthAlone) {
   EXPECT_EQ(Deliver(4), 0);
   ExpectChanged(4, 4);
+}
+
+TEST_F(Envelope, TakesAReplyInPieces) {
+  vdrsim::Answer answer{.reply = vdrsim::Reply(std::make_unique<Pieces>())};
+  answer.reply.Prepare();
+  EXPECT_EQ(envelope_.Deliver(answer), 0);
+  ExpectChanged(5, 5);
 }
 
 TEST_F(Envelope, TakesAReplyThatFillsTheRoom) {
