@@ -203,7 +203,10 @@ TEST(Run, SaysWhatTheKernelOrAContainerWithholds) {
       {{"lseek", "1"}, "vdrsim: cannot read the seccomp filter: Operation not permitted\n"},
       {{"signalfd4", "38"}, "vdrsim: cannot hold signals: Function not implemented\n"},
       {{"socketpair", "1"}, "vdrsim: cannot create a socket pair: Operation not permitted\n"},
-      {{"clone", "11"}, "vdrsim: cannot start a process: Resource temporarily unavailable\n"},
+      {{"eventfd2", "38"}, "vdrsim: cannot create an event counter: Function not implemented\n"},
+      // A copy of the process, and no thread.
+      {{"clone", "11", "0", "0x100", "0"},
+       "vdrsim: cannot start a process: Resource temporarily unavailable\n"},
       {{"process_vm_readv", "1"},
        "vdrsim: cannot read the memory of the command: Operation not permitted (a container"},
   };

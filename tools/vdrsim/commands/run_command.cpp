@@ -68,9 +68,10 @@ void RunCommand(const RunOptions& options, Executor& executor, const AtEnd& atEn
   const Witness witness;
   const RunSignals signals;
   const Scope scope = options.everyOpen ? Scope::EveryOpenAndLook : Scope::ReadWriteOpens;
-  const Launched launched = Launch(options.command, scope, signals, nodes);
+  Launched launched = Launch(options.command, scope, signals, nodes);
   const InterceptedCalls calls(nodes, executor);
   Workers workers(launched.listener.get(), calls);
+  launched.Begin();
   const int status = Supervisor(launched, signals, witness, members, workers).Run();
   if (const auto exitStatus = atEnd()) std::exit(*exitStatus);
   EndLike(status);

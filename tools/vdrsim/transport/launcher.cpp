@@ -72,25 +72,26 @@ Launched Launch(const std::vector<std::string>& arguments, Scope scope, const Ru
   }
   childEnd.Close();
 
-  Launched launched{.command = child};
-  try {
-    const Progress progress = ReceiveProgress(parentEnd.get(), launched.listener);
-    if (progress.step == Step::Privileges) {
-      FailStart("cannot set no_new_privs", progress.error);
-    }
-    if (progress.step == Step::Filter) FailFilter(progress.error);
-    if (!launched.listener) FailStart("cannot receive the seccomp listener", EBADF);
-    CheckInjection(launched.listener.get(), nodes);
-    CheckMemory(child);
-  } catch (const StartFailure&) {
-    // The child waits for leave to go on and ends when it can't come any more.
-    parentEnd.Close();
-    waitpid(child, nullptr, 0);
-    throw;
-  }
+  Launched launched(child, std::move(parentEnd));
+  const Progress progress = ReceiveProgress(launched.leave.get(), launched.listener);
+  if (progress.step == Step::Privileges) FailStart("cannot set no_new_privs", progress.error);
+  if (progress.step == Step::Filter) FailFilter(progress.error);
+  if (!launched.listener) FailStart("cannot receive the seccomp listener", EBADF);
+  CheckInjection(launched.listener.get(), nodes);
+  CheckMemory(child);
   WakeUpInStep(launched.listener.get());
-  send(parentEnd.get(), "", 1, MSG_NOSIGNAL);
   return launched;
+}
+
+Launched::~Launched() {
+  if (!leave) return;
+  leave.Close();
+  waitpid(command, nullptr, 0);
+}
+
+void Launched::Begin() {
+  send(leave.get(), "", 1, MSG_NOSIGNAL);
+  leave.Close();
 }
 
 namespace {
