@@ -133,6 +133,16 @@ TEST(Run, UnderAProcOfAnotherNamespaceIsRefused) {
                  "vdrsim: /proc shows another PID namespace: ");
 }
 
+TEST(Run, WithoutProcIsRefused) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  GTEST_SKIP() << "the sanitizer itself needs it";
+#endif
+  if (geteuid() != 0) GTEST_SKIP() << "only root can make a namespace";
+  ExpectUnusable(
+      Execute({"unshare", "-m", "sh", "-c", "umount -l /proc; exec vdrsim run -- echo started"}),
+      "vdrsim: cannot look at /proc/self: No such file or directory (/proc must be mounted)\n");
+}
+
 TEST(Run, TellsTheCommandThatItIsInARun) { ExpectSuccess(SupervisedLine("echo $VDRSIM"), "1\n"); }
 
 TEST(Run, RestsWhileNobodyCallsIt) {

@@ -58,4 +58,15 @@ TEST(HeldUpCall, KillsTheProcessOfItsCaller) {
   EXPECT_EQ(end.si_status, SIGKILL);
 }
 
+TEST(HeldUpCall, DoesNotKillWhoDoesNotWaitAnyMore) {
+  Caller caller([] {
+    Command(0);
+    Command(0);
+  });
+  vdrsim::HeldUpCall& call = caller.Next();
+  call.Return(0);
+  call.Kill();
+  caller.Next();
+}
+
 }  // namespace
