@@ -74,8 +74,11 @@ expect 1 '' 'vdrctl: /dev/full: No space left on device (ENOSPC)' \
   "$vdrctl" command 9 --capacity 4 --output /dev/full
 
 # The input is given back before the command is sent: the device gets the one descriptor that is left.
+# Memcheck can't start so.
 with_one_descriptor() { (exec 3>&- && ulimit -n 4 && "$vdrctl" "$@"); }
-expect 0 '' '' with_one_descriptor command 10 --input "$room/word"
+if with_one_descriptor --version >"$room/out" 2>&1; then
+  expect 0 '' '' with_one_descriptor command 10 --input "$room/word"
+fi
 
 # Where the room for the reply is not to be had. Sanitizers can't start so.
 with_little_memory() { (ulimit -v 1000000 && "$vdrctl" "$@"); }

@@ -3,10 +3,12 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -44,6 +46,23 @@ TEST(StatusFile, DoesNotTakeANameForALabel) {
     prctl(PR_SET_NAME, "\nTgid:\t1");
     EXPECT_EQ(Number(StatusFile::Of(gettid()), "Tgid:"), static_cast<uint64_t>(getpid()));
   }).join();
+}
+
+// Wherever the pieces end in which the lines are read.
+TEST(StatusFile, SaysWhatStandsBehindManyGroups) {
+  bool canJoin = true;
+  std::thread([&canJoin] {
+    const StatusFile status = StatusFile::Of(gettid());
+    for (size_t count = 400; count < 900; ++count) {
+      const std::vector<gid_t> groups(count, 2'000'000'000);
+      // Of this thread alone.
+      canJoin = syscall(SYS_setgroups, count, groups.data()) == 0;
+      if (!canJoin) return;
+      ASSERT_EQ(Number(status, "Threads:"), 2U) << count;
+      ASSERT_FALSE(status.Number("nonesuch:"));
+    }
+  }).join();
+  if (!canJoin) GTEST_SKIP() << "only root can be of so many groups";
 }
 
 TEST(StatusFile, IsEmptyWhereThereIsNone) {

@@ -8,13 +8,11 @@
 #include <sys/uio.h>
 #include <sys/wait.h>
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <iterator>
 
 #include "caller_memory.h"
 #include "start_failure.h"
@@ -98,8 +96,7 @@ namespace {
 
 std::vector<char*> AsArguments(const std::vector<std::string>& texts) {
   std::vector<char*> pointers;
-  std::ranges::transform(texts, std::back_inserter(pointers),
-                         [](const std::string& text) { return const_cast<char*>(text.c_str()); });
+  for (const std::string& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
   pointers.push_back(nullptr);
   return pointers;
 }

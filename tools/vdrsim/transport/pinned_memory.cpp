@@ -12,8 +12,10 @@ namespace vdrsim {
 
 namespace {
 
-// The question of what is mapped, and may be written, at an address, named by the headers of Linux 6.11 and later.
 constexpr uint64_t kWritable = 2;
+
+// The question of what is mapped at an address and may be written, which the headers of Linux 6.11 and
+// later name.
 struct MapQuery {
   uint64_t size = sizeof(MapQuery);
   uint64_t flags = kWritable;
