@@ -43,7 +43,7 @@ static_assert(sizeof(Envelope) == 24);
 UniqueFd OpenNode() {
   UniqueFd node(open(NodePath(Node::Normal), O_RDWR | O_CLOEXEC));
   struct stat status {};
-  if (!node || fstat(node.get(), &status) != 0 || S_ISCHR(status.st_mode)) throw NotInARun();
+  if (fstat(node.get(), &status) != 0 || S_ISCHR(status.st_mode)) throw NotInARun();
   return node;
 }
 

@@ -97,7 +97,7 @@ void PutMeaning(std::string& out, const Entry& entry) {
 void PutError(std::string& out, int error) {
   const std::string_view name = tools::ErrnoName(error);
   out += ",\"errno\":";
-  if (error == 0 || name.empty()) return PutSigned(out, error);
+  if (name.empty()) return PutSigned(out, error);
   out += '"';
   out += name;
   out += '"';

@@ -35,10 +35,8 @@ std::shared_ptr<const KeptOutput> KeptOutput::Of(Reply& reply) {
 }
 
 size_t KeptOutput::Take(Reply& reply) noexcept {
-  const size_t room = reply.size();
   size_t taken = 0;
-  for (auto piece = reply.Next(); !piece.empty() && piece.size() <= room - taken;
-       piece = reply.Next()) {
+  for (auto piece = reply.Next(); !piece.empty(); piece = reply.Next()) {
     std::ranges::copy(piece, bytes_.get() + taken);
     taken += piece.size();
   }

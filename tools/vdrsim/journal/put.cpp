@@ -78,7 +78,7 @@ bool PutJsonText(std::string& out, std::string_view text) {
     out += nlohmann::json(text).dump(-1, ' ', true);
     return true;
   } catch (const nlohmann::json::type_error&) {
-    out += nlohmann::json(tools::Printable(text)).dump(-1, ' ', true);
+    out += nlohmann::json(tools::Printable(text)).dump();
     return false;
   }
 }

@@ -128,7 +128,6 @@ bool QueuedLog::AwaitEntries() {
     isIdle_ = true;
     wake_.wait(lock);
   }
-  isIdle_ = false;
   if (spool_.Take(batch_)) return true;
   lock.unlock();
   Fail(EIO);

@@ -63,15 +63,11 @@ void Spool::Append(const Entry& entry) {
 
 // What can't be written is tried again with the next entry.
 void Spool::Spill() {
-  if (!CanSpill() || !WriteAt(file_.get(), newest_, end_)) return;
+  if (!file_) file_ = CreateFileWithoutName();
+  if (!WriteAt(file_.get(), newest_, end_)) return;
   spilled_.push_back(newest_.size());
   end_ += static_cast<off_t>(newest_.size());
   newest_.clear();
-}
-
-bool Spool::CanSpill() {
-  if (!file_) file_ = CreateFileWithoutName();
-  return static_cast<bool>(file_);
 }
 
 bool Spool::Take(std::vector<std::byte>& batch) {

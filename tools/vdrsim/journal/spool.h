@@ -34,7 +34,6 @@ class Spool {
 
  private:
   void Spill();
-  bool CanSpill();
 
   size_t memory_;
   std::vector<std::byte> newest_{};

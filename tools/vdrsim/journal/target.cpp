@@ -65,12 +65,18 @@ int Target::Open() {
   return errno == ENXIO && IsFifo(name_) ? EAGAIN : errno;
 }
 
-int Target::Write(std::string_view text, const std::atomic<bool>& givesUp) {
-  while (!file_) {
-    if (givesUp) return ECANCELED;
+int Target::AwaitReader(const std::atomic<bool>& givesUp) {
+  while (!givesUp) {
     const int error = Open();
-    if (error == EAGAIN) poll(nullptr, 0, kLookIntervalMs);
-    if (error != 0 && error != EAGAIN) return error;
+    if (error != EAGAIN) return error;
+    poll(nullptr, 0, kLookIntervalMs);
+  }
+  return ECANCELED;
+}
+
+int Target::Write(std::string_view text, const std::atomic<bool>& givesUp) {
+  if (!file_) {
+    if (const int error = AwaitReader(givesUp); error != 0) return error;
   }
   while (!text.empty()) {
     const ssize_t written = write(file_.get(), text.data(), text.size());

@@ -27,6 +27,7 @@ class Target {
 
  private:
   int Open();
+  int AwaitReader(const std::atomic<bool>& givesUp);
 
   std::string name_{};
   UniqueFd file_{};

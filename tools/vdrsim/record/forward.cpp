@@ -53,13 +53,9 @@ Answer Forward::Carry(const Call& call, std::unique_ptr<ReplyMemory> memory) {
   const uint32_t told = outcome.error == 0 ? std::min(outcome.length, call.capacity) : 0;
   const uint32_t written = std::max(told, memory->Written());
   Answer answer{.error = outcome.error};
-  if (written > 0) {
-    *reply = DeviceReply(std::move(memory), written);
-    answer.reply.Become(std::move(reply));
-  }
-  if (outcome.error == 0 || written > 0 || outcome.length != call.capacity) {
-    answer.claimed = outcome.length;
-  }
+  *reply = DeviceReply(std::move(memory), written);
+  answer.reply.Become(std::move(reply));
+  if (written > 0 || outcome.length != call.capacity) answer.claimed = outcome.length;
   return answer;
 }
 

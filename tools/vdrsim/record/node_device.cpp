@@ -21,7 +21,7 @@ constexpr size_t kReplyLength = 12;
 std::array<std::byte, 24> Envelope(std::span<const std::byte> input, std::span<std::byte> room) {
   std::array<std::byte, 24> bytes{};
   const auto put = [&](size_t offset, auto value) {
-    std::memcpy(std::span(bytes).subspan(offset, sizeof value).data(), &value, sizeof value);
+    std::memcpy(&bytes[offset], &value, sizeof value);
   };
   put(0, static_cast<uint32_t>(input.size()));
   put(4, input.empty() ? nullptr : input.data());

@@ -8,7 +8,7 @@ namespace vdrsim {
 ReplyMemory::ReplyMemory(uint32_t size) : size_(size), isUsable_(size == 0) {
   if (size == 0) return;
   file_ = UniqueFd(memfd_create("vdrsim-reply", MFD_CLOEXEC));
-  if (!file_ || ftruncate(file_.get(), size) != 0) return;
+  if (ftruncate(file_.get(), size) != 0) return;
   void* start = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, file_.get(), 0);
   if (start == MAP_FAILED) return;
   start_ = static_cast<std::byte*>(start);
@@ -27,14 +27,12 @@ uint32_t ReplyMemory::Written() const {
 
 // Pages that nobody wrote to are holes of the file; to look at them would make them.
 uint32_t ReplyMemory::EndOfTouched() const {
-  if (!start_) return 0;
   off_t end = 0;
   for (off_t start = lseek(file_.get(), 0, SEEK_DATA); start >= 0;
        start = lseek(file_.get(), end, SEEK_DATA)) {
     end = lseek(file_.get(), start, SEEK_HOLE);
-    if (end < 0) return size_;
   }
-  return static_cast<uint32_t>(end < size_ ? end : size_);
+  return static_cast<uint32_t>(end);
 }
 
 }  // namespace vdrsim
