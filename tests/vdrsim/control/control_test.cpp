@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cerrno>
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "control/message.h"
 #include "in_process.h"
@@ -87,6 +90,23 @@ TEST_F(Control, HandsEverythingElseOn) {
   in_process::Execute(control_, 255, Input("echo"));
   in_process::Execute(control_, 255, {});
   EXPECT_EQ(next_.calls, 4);
+}
+
+TEST_F(Control, CarriesOneOutAtATime) {
+  std::atomic<int> inside = 0;
+  control_.On("count", [&](std::string_view) -> std::string {
+    EXPECT_EQ(inside++, 0);
+    std::this_thread::yield();
+    EXPECT_EQ(--inside, 0);
+    return "";
+  });
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < 4; ++thread) {
+    threads.emplace_back([&] {
+      for (int round = 0; round < 1000; ++round) Give(std::string("count\0", 6));
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
 }
 
 TEST_F(Control, UnderstandsWhatTheClientEncodes) {

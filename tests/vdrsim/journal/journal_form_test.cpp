@@ -52,6 +52,8 @@ TEST(JournalForm, AResultIsToldAsItIs) {
             "{\"seq\":1,\"time\":1.500000000,\"pid\":7,\"tid\":8,\"node\":\"upgrade\",\"code\":9,"
             "\"name\":\"GetLogLevel\",\"request\":{},\"input\":\"\",\"capacity\":4,"
             "\"errno\":\"ENOENT\",\"length\":5,\"produced\":6}\n");
+  entry.error = EPERM;
+  EXPECT_NE(Line(entry).find("\"errno\":\"EPERM\","), std::string::npos);
   entry.error = 512;
   EXPECT_NE(Line(entry).find("\"errno\":512,"), std::string::npos);
 }
@@ -105,6 +107,8 @@ TEST(JournalForm, AMarkAndTheEndHaveLinesOfTheirOwn) {
             "{\"mark\":\"two\\nlines\",\"seq\":4,\"time\":2.000000003}\n");
   EXPECT_EQ(Line(Mark(4, "\"")), "{\"mark\":\"\\\"\",\"seq\":4,\"time\":2.000000003}\n");
   EXPECT_EQ(Line(Mark(4, "\\")), "{\"mark\":\"\\\\\",\"seq\":4,\"time\":2.000000003}\n");
+  EXPECT_EQ(Line(Mark(4, "\x1f ~\x7f")),
+            "{\"mark\":\"\\u001f ~\\u007f\",\"seq\":4,\"time\":2.000000003}\n");
   EXPECT_EQ(Line({.kind = Entry::Kind::End, .seq = 12, .time = 5}),
             "{\"end\":12,\"time\":0.000000005}\n");
 }

@@ -1,10 +1,13 @@
 #include "journal/journal.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <ctime>
+#include <fstream>
 #include <functional>
 #include <latch>
 #include <string>
@@ -12,8 +15,10 @@
 #include <utility>
 #include <vector>
 
+#include "allocations.h"
 #include "datapath/datapath.h"
 #include "in_process.h"
+#include "support/any_memory.h"
 
 namespace {
 
@@ -44,9 +49,14 @@ class Memory final : public vdrsim::Log {
                      {entry.output.begin(), entry.output.end()}});
   }
   void Sync() noexcept override { ++syncs; }
-  bool Finish() noexcept override { return true; }
+  bool Finish() noexcept override {
+    isFinished = true;
+    return isWhole;
+  }
 
   int syncs = 0;
+  bool isWhole = true;
+  bool isFinished = false;
 
  private:
   std::vector<Seen>& seen_;
@@ -67,6 +77,12 @@ class End final : public vdrsim::Executor {
  private:
   Does does_;
 };
+
+int64_t Now() {
+  timespec time{};
+  clock_gettime(CLOCK_MONOTONIC, &time);
+  return time.tv_sec * int64_t{1'000'000'000} + time.tv_nsec;
+}
 
 TEST(Journal, TellsWhatACommandWasAndBecame) {
   std::vector<Seen> seen;
@@ -93,7 +109,6 @@ TEST(Journal, TellsWhatACommandWasAndBecame) {
   EXPECT_EQ(seen[2].entry.length, 600U) << "a failure leaves the length as it was";
   EXPECT_EQ(seen[3].entry.error, ENOTTY);
   EXPECT_EQ(seen[3].input, Scalar(7));
-  EXPECT_LE(seen[0].entry.time, seen[3].entry.time);
 }
 
 TEST(Journal, TellsWhatIsClaimed) {
@@ -133,6 +148,7 @@ TEST(Journal, AMarkStandsBetweenTheCommands) {
   Journal::Logs logs = Into(seen);
   const auto* log = static_cast<const Memory*>(logs.front().get());
   Journal journal(datapath, std::move(logs));
+  const int64_t start = Now();
   Execute(journal, 9, {}, 4);
   EXPECT_TRUE(journal.Mark("here"));
   EXPECT_EQ(log->syncs, 1);
@@ -145,6 +161,55 @@ TEST(Journal, AMarkStandsBetweenTheCommands) {
   EXPECT_EQ(seen[2].entry.seq, 3U);
   EXPECT_EQ(seen[3].entry.kind, Entry::Kind::End);
   EXPECT_EQ(seen[3].entry.seq, 3U);
+  int64_t time = start;
+  for (const Seen& one : seen) EXPECT_LE(std::exchange(time, one.entry.time), one.entry.time);
+  EXPECT_LE(time, Now());
+}
+
+TEST(Journal, FinishesAllLogsAndSaysWhenOneIsNotWhole) {
+  std::vector<Seen> seen;
+  for (const size_t incomplete : {0U, 1U}) {
+    Journal::Logs logs = Into(seen);
+    logs.push_back(std::make_unique<Memory>(seen));
+    const std::array all = {static_cast<Memory*>(logs[0].get()),
+                            static_cast<Memory*>(logs[1].get())};
+    all.at(incomplete)->isWhole = false;
+    Datapath datapath;
+    Journal journal(datapath, std::move(logs));
+    EXPECT_FALSE(journal.Finish());
+    for (const Memory* log : all) EXPECT_TRUE(log->isFinished);
+  }
+}
+
+TEST(Journal, AReplyThatCannotBeKeptIsHandedOnAndMissed) {
+  std::vector<Seen> seen;
+  End end([](const Call&) {
+    Answer answer;
+    answer.reply.Fill(1000);
+    return answer;
+  });
+  Journal journal(end, Into(seen), Journal::Keeps::Outputs);
+  AnyMemory memory;
+  Answer answer;
+  {
+    const allocations::Limit limit(999);
+    answer = journal.Execute({.process = 1,
+                              .thread = 1,
+                              .node = vdrsim::Node::Normal,
+                              .code = 9,
+                              .input = {},
+                              .capacity = 1000,
+                              .destination = memory});
+  }
+  EXPECT_EQ(answer.error, 0);
+  EXPECT_EQ(answer.reply.Next().size(), 1000U);
+  ASSERT_EQ(seen.size(), 1U);
+  EXPECT_EQ(seen[0].entry.produced, 1000U);
+  EXPECT_TRUE(seen[0].output.empty());
+  testing::internal::CaptureStderr();
+  EXPECT_FALSE(journal.Finish());
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "vdrsim: a reply is not in the recording: out of memory\n");
 }
 
 TEST(Journal, WithoutLogsThereIsNothingToMark) {
@@ -183,6 +248,65 @@ TEST(Journal, ASlowCommandHoldsNobodyUpAndStandsWhereItTookEffect) {
   }
   EXPECT_EQ(seen[0].input, Block("slow").bytes());
   EXPECT_EQ(seen[1].input, Scalar(2));
+}
+
+// Takes no memory once it has some.
+class Numbers final : public vdrsim::Log {
+ public:
+  explicit Numbers(std::vector<uint64_t>& seqs) : seqs_(seqs) { seqs.reserve(10); }
+  void Append(const Entry& entry) noexcept override { seqs_.push_back(entry.seq); }
+  void Sync() noexcept override {}
+  bool Finish() noexcept override { return true; }
+
+ private:
+  std::vector<uint64_t>& seqs_;
+};
+
+// Returns when a thread waits for something, or is over.
+void AwaitRest(pid_t thread) {
+  const std::string path = "/proc/self/task/" + std::to_string(thread) + "/stat";
+  std::string word;
+  char state = 'R';
+  while (state == 'R') {
+    state = 'X';
+    std::ifstream(path) >> word >> word >> state;
+  }
+}
+
+TEST(Journal, WithoutMemoryACommandWaitsForThoseBefore) {
+  std::vector<uint64_t> seqs;
+  std::latch hasTakenPlace(1);
+  std::latch mayComeBack(1);
+  std::atomic<pid_t> starving = 0;
+  std::atomic<bool> isBack = false;
+  End end([&](const Call& call) {
+    call.TakePlace();
+    if (call.code == 1) {
+      hasTakenPlace.count_down();
+      mayComeBack.wait();
+    } else {
+      starving = gettid();
+      starving.notify_one();
+    }
+    return Answer();
+  });
+  Journal::Logs logs;
+  logs.push_back(std::make_unique<Numbers>(seqs));
+  Journal journal(end, std::move(logs));
+  std::thread slow([&] { Execute(journal, 1, {}); });
+  hasTakenPlace.wait();
+  std::thread starved([&] {
+    const allocations::Limit limit(0);
+    Execute(journal, 2, {});
+    isBack = true;
+  });
+  starving.wait(0);
+  AwaitRest(starving);
+  EXPECT_FALSE(isBack);
+  mayComeBack.count_down();
+  slow.join();
+  starved.join();
+  EXPECT_EQ(seqs, (std::vector<uint64_t>{1, 2}));
 }
 
 // Each thread writes numbers of its own into one setting and reads what is there; by the order of the

@@ -13,6 +13,7 @@ import subprocess
 import sys
 import tempfile
 import threading
+import time
 import unittest
 
 import jsonschema
@@ -200,6 +201,11 @@ class Endings(JournalTest):
         self.assertEqual(done.stderr, "vdrsim: --journal -: standard output is the command's; name a "
                                       "file, a FIFO or /dev/fd/N\n")
 
+    def test_the_command_has_no_descriptor_of_it(self):
+        look = ("ls", "/proc/self/fd")
+        without = subprocess.run(look, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+        self.assertEqual(run(self.journal, *look, options=["--trace"]).stdout, without.stdout)
+
     def test_closed_descriptors_are_nobodys_journal(self):
         done = subprocess.run(["sh", "-c", 'exec "$@" <&- >&- 2>&-', "sh", VDRSIM, "run", "--trace",
                                "--journal", self.journal, "--", VDRCTL, "log-level", "set", "3"])
@@ -243,6 +249,7 @@ class Readers(JournalTest):
                                    stderr=subprocess.PIPE, text=True)
         self.assertEqual(process.stderr.readline(),
                          f"vdrsim: {self.folder}/fifo: waiting for its reader (Ctrl-C gives up)\n")
+        time.sleep(0.1)  # in which it could say so again
         process.send_signal(signal.SIGINT)
         self.assertEqual(process.stderr.read(),
                          f"vdrsim: {self.folder}/fifo: nobody reads it; the rest of the run is "

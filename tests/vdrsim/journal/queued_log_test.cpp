@@ -2,9 +2,12 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -12,7 +15,10 @@
 #include <string>
 #include <thread>
 
+#include "allocations.h"
 #include "entries.h"
+#include "soft_limit.h"
+#include "spool_file.h"
 
 namespace {
 
@@ -49,6 +55,10 @@ class QueuedLogTest : public testing::Test {
   ~QueuedLogTest() override { std::filesystem::remove_all(folder_); }
 
   std::string Path(const char* name) const { return folder_ + "/" + name; }
+  std::string Fifo() const {
+    EXPECT_EQ(mkfifo(Path("fifo").c_str(), 0600), 0);
+    return Path("fifo");
+  }
   static void Append(QueuedLog& log, uint64_t count) {
     const wire::Wire input(968);
     for (uint64_t seq = 1; seq <= count; ++seq) log.Append(Command(seq, 1, input));
@@ -58,6 +68,43 @@ class QueuedLogTest : public testing::Test {
 };
 
 std::unique_ptr<const Numbers> Form() { return std::make_unique<Numbers>(); }
+
+// Why a file is refused.
+std::string Refusal(const std::string& path) {
+  try {
+    const Target target = Target::File(path);
+    return "";
+  } catch (const std::runtime_error& failure) {
+    return failure.what();
+  }
+}
+
+// Standard error is captured.
+void ExpectFailure(QueuedLog& log, const std::string& name, const std::string& why) {
+  EXPECT_FALSE(log.Finish());
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "vdrsim: " + name + ": " + why + "; the rest of the run is missing there\n");
+}
+
+// Holds a signal, which this process has been sent.
+class Told {
+ public:
+  explicit Told(int signal) {
+    sigemptyset(&stop_);
+    sigaddset(&stop_, signal);
+    pthread_sigmask(SIG_BLOCK, &stop_, nullptr);
+    kill(getpid(), signal);
+  }
+  Told(const Told&) = delete;
+  ~Told() {
+    int taken = 0;
+    sigwait(&stop_, &taken);
+    pthread_sigmask(SIG_UNBLOCK, &stop_, nullptr);
+  }
+
+ private:
+  sigset_t stop_{};
+};
 
 TEST_F(QueuedLogTest, WritesAllInOrder) {
   std::ofstream(Path("file")) << "what was there before";
@@ -84,12 +131,88 @@ TEST_F(QueuedLogTest, AFileIsForWhomTheUmaskSays) {
 }
 
 TEST_F(QueuedLogTest, AFileThatCannotBeCreatedIsRefusedByName) {
-  try {
-    const Target target = Target::File(Path("missing/file"));
-    FAIL() << "there is no such folder";
-  } catch (const std::runtime_error& failure) {
-    EXPECT_EQ(std::string(failure.what()), Path("missing/file") + ": No such file or directory");
+  EXPECT_EQ(Refusal(Path("missing/file")), Path("missing/file") + ": No such file or directory");
+}
+
+// Nobody will ever read it.
+TEST_F(QueuedLogTest, ASocketIsNotWaitedFor) {
+  sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+  std::ranges::copy(Path("socket"), address.sun_path);
+  const int bound = socket(AF_UNIX, SOCK_STREAM, 0);
+  ASSERT_EQ(bind(bound, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  EXPECT_EQ(Refusal(Path("socket")), Path("socket") + ": No such device or address");
+  close(bound);
+}
+
+TEST_F(QueuedLogTest, AFifoIsNotWaitedForWithoutDescriptors) {
+  const std::string fifo = Fifo();
+  const SoftLimit limit(RLIMIT_NOFILE, 0);
+  EXPECT_EQ(Refusal(fifo), fifo + ": Too many open files");
+}
+
+TEST_F(QueuedLogTest, WhatTakesThePlaceOfAFifoIsToldWhenItCannotBeWritten) {
+  const std::string fifo = Fifo();
+  Target target = Target::File(fifo);
+  std::filesystem::remove(fifo);
+  std::filesystem::create_directory(fifo);
+  testing::internal::CaptureStderr();
+  QueuedLog log(std::move(target), Form());
+  Append(log, 1);
+  ExpectFailure(log, fifo, "Is a directory");
+}
+
+TEST_F(QueuedLogTest, SignalsAreNotForItsThread) {
+  const QueuedLog log(Target::File(Path("file")), Form());
+  sigset_t held;
+  pthread_sigmask(SIG_SETMASK, nullptr, &held);
+  EXPECT_EQ(sigismember(&held, SIGUSR1), 0) << "they are for whoever made it";
+  const Told stays(SIGUSR1);
+}
+
+TEST_F(QueuedLogTest, WithoutMemoryTheRestIsMissed) {
+  QueuedLog log(Target::File(Path("file")), Form());
+  Append(log, 1);
+  log.Sync();
+  testing::internal::CaptureStderr();
+  {
+    const wire::Bytes input(100000);
+    const allocations::Limit limit(10000);
+    log.Append(Command(2, 1, input));
   }
+  log.Append(Command(3, 1, {}));
+  ExpectFailure(log, Path("file"), "Cannot allocate memory");
+  EXPECT_EQ(Content(Path("file")), Lines(1));
+}
+
+TEST_F(QueuedLogTest, WhatWaitsInAFileThatCannotBeReadIsMissed) {
+  const journal_test::TemporaryFolder temporary;
+  if (!journal_test::CanHoldFilesWithoutName(temporary.path())) GTEST_SKIP() << "it is elsewhere";
+  const std::string fifo = Fifo();
+  auto log = std::make_unique<QueuedLog>(Target::File(fifo), Form(), 1000);
+  Append(*log, 100);
+  ASSERT_EQ(ftruncate(temporary.file().value(), 0), 0);
+  std::string seen;
+  testing::internal::CaptureStderr();
+  std::thread reader([&] { seen = Content(fifo); });
+  ExpectFailure(*log, fifo, "Input/output error");
+  log.reset();
+  reader.join();
+  EXPECT_EQ(seen, "numbers\n");
+}
+
+TEST_F(QueuedLogTest, NobodyIsToldThatStandardErrorIsFull) {
+  const int before = dup(STDERR_FILENO);
+  const int full = open("/dev/full", O_WRONLY);
+  dup2(full, STDERR_FILENO);
+  Target target = Target::StandardError();
+  dup2(before, STDERR_FILENO);
+  close(before);
+  close(full);
+  testing::internal::CaptureStderr();
+  QueuedLog log(std::move(target), Form());
+  Append(log, 1);
+  EXPECT_TRUE(log.Finish());
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST_F(QueuedLogTest, AFullDiskIsToldOnceAndAppendingGoesOn) {
@@ -98,15 +221,12 @@ TEST_F(QueuedLogTest, AFullDiskIsToldOnceAndAppendingGoesOn) {
   Append(log, 1000);
   log.Sync();
   Append(log, 1000);
-  EXPECT_FALSE(log.Finish());
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "vdrsim: /dev/full: No space left on device; the rest of the run is missing there\n");
+  ExpectFailure(log, "/dev/full", "No space left on device");
 }
 
 // More than its memory and the FIFO hold by themselves.
 TEST_F(QueuedLogTest, ASlowReaderHoldsNobodyUpAndGetsAll) {
-  ASSERT_EQ(mkfifo(Path("fifo").c_str(), 0600), 0);
-  auto log = std::make_unique<QueuedLog>(Target::File(Path("fifo")), Form(), 10000);
+  auto log = std::make_unique<QueuedLog>(Target::File(Fifo()), Form(), 10000);
   Append(*log, 20000);
   log->Sync();
   std::string seen;
@@ -118,8 +238,7 @@ TEST_F(QueuedLogTest, ASlowReaderHoldsNobodyUpAndGetsAll) {
 }
 
 TEST_F(QueuedLogTest, AReaderThatGoesAwayIsTold) {
-  ASSERT_EQ(mkfifo(Path("fifo").c_str(), 0600), 0);
-  QueuedLog log(Target::File(Path("fifo")), Form());
+  QueuedLog log(Target::File(Fifo()), Form());
   testing::internal::CaptureStderr();
   {
     std::ifstream reader(Path("fifo"));
@@ -128,28 +247,43 @@ TEST_F(QueuedLogTest, AReaderThatGoesAwayIsTold) {
     EXPECT_EQ(line, "numbers");
   }
   Append(log, 1000);
-  EXPECT_FALSE(log.Finish());
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "vdrsim: " + Path("fifo") + ": Broken pipe; the rest of the run is missing there\n");
+  ExpectFailure(log, Path("fifo"), "Broken pipe");
 }
 
 TEST_F(QueuedLogTest, WhoWaitsForAReaderAtTheEndCanBeToldToStop) {
-  ASSERT_EQ(mkfifo(Path("fifo").c_str(), 0600), 0);
-  sigset_t stop;
-  sigemptyset(&stop);
-  sigaddset(&stop, SIGTERM);
-  pthread_sigmask(SIG_BLOCK, &stop, nullptr);
-  QueuedLog log(Target::File(Path("fifo")), Form());
-  Append(log, 1);
+  const std::string fifo = Fifo();
+  for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+    QueuedLog log(Target::File(fifo), Form());
+    Append(log, 1);
+    const Told stop(signal);
+    testing::internal::CaptureStderr();
+    ExpectFailure(log, fifo, "nobody reads it");
+  }
+}
+
+// Of what the FIFO can't hold.
+TEST_F(QueuedLogTest, WhoWaitsForAReaderToGoOnCanBeToldToStop) {
+  const std::string fifo = Fifo();
+  const int reader = open(fifo.c_str(), O_RDONLY | O_NONBLOCK);
+  QueuedLog log(Target::File(fifo), Form());
+  Append(log, 100000);
+  {
+    const Told stop(SIGTERM);
+    testing::internal::CaptureStderr();
+    ExpectFailure(log, fifo, "nobody reads it");
+  }
+  close(reader);
+}
+
+TEST_F(QueuedLogTest, OneThatIsGivenUpWaitsForNobody) {
+  const std::string fifo = Fifo();
   testing::internal::CaptureStderr();
-  (void)raise(SIGTERM);
-  EXPECT_FALSE(log.Finish());
-  EXPECT_EQ(
-      testing::internal::GetCapturedStderr(),
-      "vdrsim: " + Path("fifo") + ": nobody reads it; the rest of the run is missing there\n");
-  int taken = 0;
-  sigwait(&stop, &taken);
-  pthread_sigmask(SIG_UNBLOCK, &stop, nullptr);
+  {
+    QueuedLog log(Target::File(fifo), Form());
+    Append(log, 1);
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "vdrsim: " + fifo + ": nobody reads it; the rest of the run is missing there\n");
 }
 
 }  // namespace

@@ -30,6 +30,8 @@ TEST(TraceForm, AFailureIsNamedAndExplained) {
   entry.error = ENOENT;
   entry.capacity = entry.length = 4;
   EXPECT_EQ(Line(entry), "[7/9 upgrade] GetLogLevel() = -1 ENOENT (No such file or directory)\n");
+  entry.error = EPERM;
+  EXPECT_EQ(Line(entry), "[7/9 upgrade] GetLogLevel() = -1 EPERM (Operation not permitted)\n");
   entry.error = 512;
   EXPECT_EQ(Line(entry), "[7/9 upgrade] GetLogLevel() = -1 512 (Unknown error 512)\n");
 }

@@ -150,6 +150,13 @@ class Scenario(unittest.TestCase):
             output(VDRSIM, "run", "--state", "-", "--save", f"{room}/s", "true", input=printed)
             self.assertEqual(pathlib.Path(room, "s").read_bytes(), printed)
 
+    def test_goes_into_a_run_and_out_of_it_however_large(self):
+        printed = scenario("--public-items", "256", "--public-addresses", "5000")
+        self.assertGreater(len(printed), 16 << 20, "there would be room for it at once")
+        shown = output(VDRSIM, "run", "--", "sh", "-c",
+                       '"$0" ctl state load - && "$0" ctl state show', VDRSIM, input=printed)
+        self.assertTrue(shown == printed)
+
     def test_each_option_adds_something(self):
         for option in options_of_scenarios():
             with self.subTest(option):

@@ -4,9 +4,10 @@
 #include <new>
 
 thread_local long allocations::allowed = -1;
+thread_local std::size_t allocations::largest = SIZE_MAX;
 
 void* operator new(std::size_t size) {
-  if (allocations::allowed == 0) throw std::bad_alloc();
+  if (allocations::allowed == 0 || size > allocations::largest) throw std::bad_alloc();
   if (allocations::allowed > 0) --allocations::allowed;
   if (void* memory = std::malloc(size)) return memory;
   throw std::bad_alloc();
