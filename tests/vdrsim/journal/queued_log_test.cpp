@@ -286,4 +286,17 @@ TEST_F(QueuedLogTest, OneThatIsGivenUpWaitsForNobody) {
             "vdrsim: " + fifo + ": nobody reads it; the rest of the run is missing there\n");
 }
 
+TEST_F(QueuedLogTest, OfSeveralFailuresTheFirstIsTold) {
+  const std::string fifo = Fifo();
+  testing::internal::CaptureStderr();
+  {
+    QueuedLog log(Target::File(fifo), Form());
+    const wire::Bytes input(100000);
+    const allocations::Limit limit(10000);
+    log.Append(Command(1, 1, input));
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "vdrsim: " + fifo + ": Cannot allocate memory; the rest of the run is missing there\n");
+}
+
 }  // namespace

@@ -242,7 +242,9 @@ TEST(RecordingLog, WithoutMemoryIsIncomplete) {
   testing::internal::CaptureStderr();
   {
     const allocations::Limit limit(2000);
-    log.Append({.seq = 1, .code = 9, .produced = 1000, .output = output});
+    for (uint64_t seq = 1; seq <= 2; ++seq) {
+      log.Append({.seq = seq, .code = 9, .produced = 1000, .output = output});
+    }
   }
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "vdrsim: " + path + ": out of memory; the recording is incomplete\n");
