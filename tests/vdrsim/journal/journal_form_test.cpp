@@ -5,7 +5,6 @@
 #include <cerrno>
 
 #include "entries.h"
-#include "journal/put.h"
 
 namespace {
 
@@ -21,7 +20,12 @@ std::string Line(const Entry& entry) {
 
 std::string Hex(const Wire& wire) {
   std::string hex;
-  vdrsim::PutHex(hex, wire);
+  for (const std::byte byte : wire.bytes()) {
+    for (const unsigned digit :
+         {std::to_integer<unsigned>(byte) / 16, std::to_integer<unsigned>(byte) % 16}) {
+      hex += "0123456789abcdef"[digit];
+    }
+  }
   return hex;
 }
 

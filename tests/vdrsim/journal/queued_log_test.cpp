@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <new>
 #include <string>
 #include <thread>
 
@@ -284,6 +285,21 @@ TEST_F(QueuedLogTest, OneThatIsGivenUpWaitsForNobody) {
   }
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "vdrsim: " + fifo + ": nobody reads it; the rest of the run is missing there\n");
+}
+
+// Whose lines take more memory than there is.
+class Starving final : public vdrsim::Form {
+ public:
+  void PutBeginning(std::string& out) const override { out += "numbers\n"; }
+  void Put(const Entry&, std::string&) const override { throw std::bad_alloc(); }
+};
+
+TEST_F(QueuedLogTest, WithoutMemoryForALineTheRestIsMissed) {
+  testing::internal::CaptureStderr();
+  QueuedLog log(Target::File(Path("file")), std::make_unique<Starving>());
+  Append(log, 1);
+  ExpectFailure(log, Path("file"), "Cannot allocate memory");
+  EXPECT_EQ(Content(Path("file")), "numbers\n");
 }
 
 TEST_F(QueuedLogTest, OfSeveralFailuresTheFirstIsTold) {
