@@ -31,6 +31,8 @@ struct Kind {
   bool marked;     // by the byte that tells proxies from neighbours
 };
 
+void PrintTo(const Kind& kind, std::ostream* stream) { *stream << kind.name; }
+
 constexpr Kind kArp{"Arp", 38, 39, 40, 384, 256, 524, false};
 constexpr Kind kProxyArp{"ProxyArp", 38, 39, 40, 384, 256, 0, true};
 constexpr Kind kArpv6{"Arpv6", 112, 113, 116, 256, 320, 336, false};
