@@ -25,6 +25,11 @@ class Given {
   // They live as long as the room and this.
   Values In(Room& room) const;
 
+  // Asks the processor to have them at hand soon.
+  void Fetch() const {
+    for (std::size_t at = 0; at < block_.size(); at += 64) __builtin_prefetch(&block_[at]);
+  }
+
  private:
   std::string block_{};
 };

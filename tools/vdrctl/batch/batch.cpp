@@ -166,6 +166,7 @@ int Batch::CarryOutAll(const Presentation& presentation) {
     invocation.command = line.command;
     std::swap(invocation.given, line.given);
     report_.SetLine(line.number);
+    if (&line != &lines_.back()) (&line)[1].given.Fetch();
     const int ending =
         Execute(invocation, PresentationOf(*line.command, presentation), writer, report_);
     ending == kDone ? ++done : ++failed;
