@@ -31,7 +31,8 @@ def read_explained():
     explained = {}
     for line in EXPLAINED.read_text().splitlines():
         if line and not line.startswith("#"):
-            path, text, change, reason = line.split(" | ", 3)
+            path, rest = line.split(" | ", 1)
+            text, change, reason = rest.rsplit(" | ", 2)
             explained[path, text, change] = reason
     return explained
 

@@ -13,14 +13,8 @@
 
 namespace vdrsim {
 
-namespace {
-
-constexpr int kFlags = EFD_CLOEXEC | EFD_NONBLOCK;
-
-}  // namespace
-
 Workers::Workers(int listener, const InterceptedCalls& calls)
-    : listener_(listener), calls_(calls), started_(eventfd(0, kFlags)) {
+    : listener_(listener), calls_(calls), started_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
   if (!started_) FailStart("cannot create an event counter", errno);
   Engage(nullptr);
   if (!taker_.load()) FailStart("cannot start a thread", EAGAIN);
