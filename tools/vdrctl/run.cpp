@@ -20,7 +20,8 @@ namespace {
 // A file that is named is read in any case, so that a mistake in it does not wait to be found.
 std::unique_ptr<const FieldNames> NamesFor(const GlobalValues& globals, bool printsRecords) {
   const auto file = globals.names ? globals.names : printsRecords ? UsualNamesFile() : std::nullopt;
-  return file ? std::make_unique<const FieldNames>(ReadNames(*file)) : nullptr;
+  if (!file) return nullptr;
+  return std::make_unique<const FieldNames>(ReadNames(*file));
 }
 
 bool IsForgiven(const Command& command, Values values, int error) {
