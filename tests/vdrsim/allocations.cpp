@@ -17,5 +17,8 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept try {
 } catch (const std::bad_alloc&) {
   return nullptr;
 }
+void* operator new[](std::size_t size) { return operator new(size); }
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
