@@ -31,7 +31,8 @@ void Read(std::string_view line) try {
   const auto parsed = vdrctl::Parse(words);
   if (const auto* invocation = std::get_if<vdrctl::Invocation>(&parsed)) {
     Require(invocation->command && !words.empty(), "no words are no command");
-    Require(invocation->values.size() == invocation->command->Parameters().size(),
+    vdrctl::Given::Room room;
+    Require(invocation->given.In(room).size() == invocation->command->Parameters().size(),
             "each parameter has a place for its value");
   }
 } catch (const vdrctl::WrongLine& wrong) {
@@ -54,7 +55,8 @@ void ShowAndType(std::string_view text) {
     const auto* invocation = std::get_if<vdrctl::Invocation>(&parsed);
     // A word of help, or one that looks like an option, is typed behind "--".
     if (invocation && !shown.starts_with('-')) {
-      Require(invocation->values[0] == field, "what is shown can be typed back");
+      vdrctl::Given::Room room;
+      Require(invocation->given.In(room)[0] == field, "what is shown can be typed back");
     }
   } catch (const vdrctl::WrongUsage&) {
     Require(field.size() > 63 || shown.starts_with('-'), "only a name that is too long is refused");

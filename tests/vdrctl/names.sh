@@ -61,6 +61,7 @@ wrong() { # wrong COMPLAINT DOCUMENT
 }
 in_record() { wrong "/records/InstanceRecord$1" "{\"format\":1,\"records\":{\"InstanceRecord\":$2}}"; }
 wrong 'parse error at line 1, column 1: syntax error while parsing value - unexpected end of input; expected '"'[', '{', or a literal" ''
+wrong "number overflow parsing '6E777'" 6E777
 wrong '/: is not an object' '[]'
 wrong "/format: 1 is the only format" '{"records":{}}'
 wrong "/format: 1 is the only format" '{"format":2,"records":{}}'

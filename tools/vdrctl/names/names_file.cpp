@@ -142,7 +142,7 @@ FieldNames Reader::Read() {
       if (!twice.empty()) Refuse(twice, "is there twice");
       return true;
     });
-  } catch (const Json::parse_error& error) {
+  } catch (const Json::exception& error) {  // also of a number that is too large
     const std::string_view text = error.what();
     throw NamesFailure(
         fmt::format("{}: {}", Escaped(file_), Escaped(text.substr(text.find("] ") + 2))));
