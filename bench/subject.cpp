@@ -7,6 +7,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <functional>
+#include <iterator>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
 
@@ -55,27 +58,52 @@ std::optional<double> Subject::ReadTime() {
 
 namespace {
 
+// Of each round.
+struct Times {
+  std::vector<double> own{};
+  std::vector<double> floor{};
+};
+
 double Quantile(std::vector<double> values, double part) {
   std::ranges::sort(values);
   return values[static_cast<size_t>(part * static_cast<double>(values.size() - 1))];
 }
 
+Comparison Summarize(const Times& times) {
+  std::vector<double> ratios;
+  std::ranges::transform(times.own, times.floor, std::back_inserter(ratios), std::divides());
+  return {Quantile(times.own, 0.5), Quantile(times.floor, 0.5), Quantile(ratios, 0.5),
+          Quantile(ratios, 0.25), Quantile(ratios, 0.75)};
+}
+
 }  // namespace
 
 Comparison Compare(Subject& subject, Subject& floor, int count, int rounds) {
-  std::vector<double> own;
-  std::vector<double> least;
-  std::vector<double> ratios;
+  Times times;
   subject.Measure(count);
   floor.Measure(count);
   for (int round = 0; round < rounds; ++round) {
-    if (round % 2 == 0) own.push_back(subject.Measure(count));
-    least.push_back(floor.Measure(count));
-    if (round % 2 != 0) own.push_back(subject.Measure(count));
-    ratios.push_back(own.back() / least.back());
+    if (round % 2 == 0) times.own.push_back(subject.Measure(count));
+    times.floor.push_back(floor.Measure(count));
+    if (round % 2 != 0) times.own.push_back(subject.Measure(count));
   }
-  return {Quantile(own, 0.5), Quantile(least, 0.5), Quantile(ratios, 0.5), Quantile(ratios, 0.25),
-          Quantile(ratios, 0.75)};
+  return Summarize(times);
+}
+
+Comparison CompareAnew(const std::vector<std::string>& subject,
+                       const std::vector<std::string>& floor, int count, int rounds) {
+  Times times;
+  for (int round = 0; round < rounds; ++round) {
+    // What one of them leaves the next one gets, so neither is always the first.
+    std::optional<Subject> own;
+    if (round % 2 == 0) own.emplace(subject);
+    Subject least(floor);
+    if (!own) own.emplace(subject);
+    const Comparison both = Compare(*own, least, count, 3);
+    times.own.push_back(both.nanoseconds);
+    times.floor.push_back(both.floorNanoseconds);
+  }
+  return Summarize(times);
 }
 
 std::string Time(double nanoseconds) {

@@ -35,6 +35,11 @@ struct Comparison {
 };
 Comparison Compare(Subject& subject, Subject& floor, int count, int rounds);
 
+// The same with both started anew for each round, where the memory that a program gets makes it fast
+// or slow as long as it runs.
+Comparison CompareAnew(const std::vector<std::string>& subject,
+                       const std::vector<std::string>& floor, int count, int rounds);
+
 // A time as people read it: "6.1 us".
 std::string Time(double nanoseconds);
 
