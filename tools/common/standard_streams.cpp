@@ -3,6 +3,8 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 
@@ -15,9 +17,16 @@ iovec Part(std::string_view text) { return {const_cast<char*>(text.data()), text
 }  // namespace
 
 void Complain(std::string_view program, std::string_view line, std::string_view advice) noexcept {
-  const iovec parts[] = {Part(program), Part(": "),   Part(line),
-                         Part("\n"),    Part(advice), Part("\n")};
-  [[maybe_unused]] const ssize_t written = writev(STDERR_FILENO, parts, advice.empty() ? 4 : 6);
+  if (advice.empty()) return Complain(program, {line});
+  Complain(program, {line, "\n", advice});
+}
+
+void Complain(std::string_view program, std::initializer_list<std::string_view> line) noexcept {
+  std::array<iovec, 3 + 8> parts{Part(program), Part(": ")};
+  iovec* const end = std::ranges::transform(line, &parts[2], Part).out;
+  *end = Part("\n");
+  [[maybe_unused]] const ssize_t written =
+      writev(STDERR_FILENO, parts.data(), static_cast<int>(end + 1 - parts.data()));
 }
 
 void Tell(std::string_view text) noexcept {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string_view>
 
 // What the tools tell the person in front of them. Nothing here throws or allocates: an operator
@@ -11,6 +12,9 @@ namespace tools {
 // all in one piece.
 void Complain(std::string_view program, std::string_view line,
               std::string_view advice = {}) noexcept;
+
+// The same of a line in at most eight parts, for where there may be no memory to put them together.
+void Complain(std::string_view program, std::initializer_list<std::string_view> line) noexcept;
 
 // Writes a text of whole lines on standard error as it stands.
 void Tell(std::string_view text) noexcept;

@@ -166,9 +166,9 @@ void QueuedLog::Rest() {
 void QueuedLog::Fail(int error) noexcept {
   if (hasFailed_.exchange(true)) return;
   if (!target_.name().empty()) {
-    tools::Complain("vdrsim", target_.name() + ": " +
-                                  (error == ECANCELED ? "nobody reads it" : std::strerror(error)) +
-                                  "; the rest of the run is missing there");
+    tools::Complain("vdrsim", {target_.name(), ": ",
+                               error == ECANCELED ? "nobody reads it" : std::strerror(error),
+                               "; the rest of the run is missing there"});
   }
   // Nobody is between looking and waiting when this is told.
   const std::lock_guard lock(mutex_);

@@ -64,7 +64,7 @@ void RecordingLog::WriteOut() {
 
 void RecordingLog::Fail(const char* why) noexcept {
   isWhole_ = false;
-  tools::Complain("vdrsim", target_.name() + ": " + why + "; the recording is incomplete");
+  tools::Complain("vdrsim", {target_.name(), ": ", why, "; the recording is incomplete"});
 }
 
 }  // namespace vdrsim
