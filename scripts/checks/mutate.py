@@ -1,6 +1,6 @@
 """Changes the library or a tool in one place at a time and has the tests find each change.
 
-usage: mutate.py [--list] [--sample N] [--jobs N] [FILE...]    see scripts/checks/mutation
+usage: mutate.py [--list] [--sample N] [--resume] [--jobs N] [FILE...]    see scripts/checks/mutation
 """
 import argparse
 import collections
@@ -85,8 +85,27 @@ class Campaign:
         path, line, change = self.keys[index]
         return [key for key in ((path, line, change), (path, line, "*")) if key in self.explained]
 
-    def try_all(self, jobs):
+    def record(self, index):
+        """The line of the results, behind the ending: where a mutant is, and what the line says."""
+        return f"{self.where(index)}\t{self.keys[index][1]}"
+
+    def resume(self, results):
+        """Takes over what earlier campaigns killed, as long as its line stands as it was."""
+        known = {}
+        for line in results.read_text().splitlines():
+            ending, where, text = line.split("\t", 2)
+            path, _, change = where.split(":", 2)
+            known[path, text, change.lstrip()] = ending
+        found = {index: known.get(self.keys[index]) for index in self.chosen}
+        self.endings = {index: ending for index, ending in found.items()
+                        if ending not in (None, "survived")}
+        print(f"mutation: {len(self.endings)} are known to be killed")
+
+    def try_all(self, jobs, resumes):
         directory = ROOT / "build/mutation"
+        results = directory / "results.txt"
+        if resumes and results.exists():
+            self.resume(results)
         trials = directory / "trials"
         shutil.rmtree(trials, ignore_errors=True)
         shutil.rmtree(directory / "tree", ignore_errors=True)
@@ -94,16 +113,17 @@ class Campaign:
         baselines = [mutation_trials.Baseline(preset, directory, jobs, self.parts())
                      for preset in ("release", "asan")]
         self.try_nothing(baselines, trials)
-        print(f"mutation: {len(self.chosen)} mutants", flush=True)
+        left = [index for index in self.chosen if index not in self.endings]
+        print(f"mutation: {len(left)} mutants", flush=True)
         with concurrent.futures.ThreadPoolExecutor(jobs) as pool, \
-                open(directory / "results.txt", "w") as results:
+                open(results, "a" if resumes else "w") as log:
             def judge(index):
                 ending = self.judge(index, baselines, trials / str(index))
-                results.write(f"{ending}\t{self.where(index)}\n")
-                results.flush()
+                log.write(f"{ending}\t{self.record(index)}\n")
+                log.flush()
                 return ending
 
-            self.endings = dict(zip(self.chosen, pool.map(judge, self.chosen)))
+            self.endings.update(zip(left, pool.map(judge, left)))
 
     def try_nothing(self, baselines, directory):
         """A source that is written anew without a change has to survive."""
@@ -164,6 +184,7 @@ def main():
     parser = argparse.ArgumentParser(add_help=False)
     parser.add_argument("--list", action="store_true")
     parser.add_argument("--sample", type=int)
+    parser.add_argument("--resume", action="store_true")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("files", nargs="*")
     options = parser.parse_args()
@@ -173,7 +194,7 @@ def main():
         for index in campaign.chosen:
             print(campaign.where(index))
         return 0
-    campaign.try_all(options.jobs)
+    campaign.try_all(options.jobs, options.resume)
     return 0 if campaign.report() else 1
 
 

@@ -61,7 +61,10 @@ class Baseline:
                 if path.startswith(f"{self.tree}/") and found[1] in self.compile:
                     self.objects[path.removeprefix(f"{self.tree}/")].append(found[1])
         self.links = {}
-        self.headers = {}
+        self.headers = set()
+        self.alike = collections.defaultdict(list)  # by how they are compiled
+        for name in sorted(self.compile):
+            self.alike[tuple(self.flags_of(name))].append(name)
         self.lock = threading.Lock()
         self.judges = {part: part(self) for part in parts}
 
@@ -115,24 +118,39 @@ class Baseline:
         last = self.run(["ninja", "-t", "commands", archive]).splitlines()[-1]
         return [word for word in shlex.split(last) if word.endswith(".o")]
 
-    def precompiled(self, name, flags):
-        """What a source includes, compiled beforehand with the flags of its mutants."""
+    def precompiled(self, name, flags, path):
+        """A header, compiled beforehand with the flags of mutants, of what an object includes that
+        does not depend on the file at `path`."""
+        source = pathlib.Path(self.compile[name][-1])
+        is_own = str(source) == f"{self.tree}/{path}"
+        header = self.build / "precompiled" / (f"{name}.h" if is_own else
+                                               f"{self.siblings(name)[0]}.system.h")
         with self.lock:
-            if name not in self.headers:
-                self.headers[name] = self.precompile(name, flags)
-        return self.headers[name]
-
-    def precompile(self, name, flags):
-        command = self.compile[name]
-        source = pathlib.Path(command[-1])
-        header = self.build / "precompiled" / f"{name}.h"
-        header.parent.mkdir(parents=True, exist_ok=True)
-        header.write_text("".join(line for line in source.read_text().splitlines(True)
-                                  if line.startswith("#include")))
-        where = command.index("-o")
-        self.run([*command[:where], "-w", *flags, "-iquote", source.parent, "-x", "c++-header",
-                  header, "-o", f"{header}.gch"])
+            if header not in self.headers:
+                self.headers.add(header)
+                included = self.included([source], '["<]') if is_own else self.included(
+                    [self.tree / path for path, names in self.objects.items()
+                     if set(names) & set(self.siblings(name))], "<(?!vdrzax)")
+                self.precompile(header, included, [*self.flags_of(name), *flags,
+                                                   "-iquote", source.parent])
         return header
+
+    def siblings(self, name):
+        """The objects that are compiled as this one is; they share what they need of others."""
+        return self.alike[tuple(self.flags_of(name))]
+
+    def flags_of(self, name):
+        command = self.compile[name]
+        return command[:command.index("-o")]
+
+    def included(self, paths, kind):
+        return sorted({line for path in paths
+                       for line in re.findall(f"^#include {kind}.*", path.read_text(), re.MULTILINE)})
+
+    def precompile(self, header, included, command):
+        header.parent.mkdir(parents=True, exist_ok=True)
+        header.write_text("\n".join(included) + "\n")
+        self.run([*command, "-w", "-x", "c++-header", header, "-o", f"{header}.gch"])
 
 
 class Trial:
@@ -175,8 +193,9 @@ class Trial:
         # A warning is no test.
         where = command.index("-o")
         command[where:where + 2] = ["-w", *part.flags, "-o", output]
-        if part.is_precompiled and command[-1].endswith(f"/{self.mutant.path}"):
-            command[1:1] = ["-include", self.baseline.precompiled(name, part.flags)]
+        if part.is_precompiled:
+            command[1:1] = ["-include", self.baseline.precompiled(name, part.flags,
+                                                                  self.mutant.path)]
         self.compiled[name] = output
         return self.execute(command)
 
