@@ -336,7 +336,7 @@ class Source(mutation_text.Text):
                 continue
             if re.match(r"[\w:]+(<[^;=]*>)?[*&]*\s+[*&]*\w+\s*[;=\[{]", statement):
                 continue  # a declaration
-            self.add(index, end, ";", f"`{' '.join(statement.split())}` removed")
+            self.add(index, end, ";", f"`{statement}` removed")
 
     def _begins_statement(self, index):
         token, before = self.tokens[index], self.word(index - 1)

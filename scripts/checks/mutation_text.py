@@ -45,9 +45,8 @@ class Text:
 
     def add(self, first, last, replacement, change=None):
         start, end = self.tokens[first].start, self.tokens[last].end
-        old = " ".join(self.text[start:end].split())
-        self.mutants.append(Mutant(self.path, start, end, replacement,
-                                   change or f"`{old}` -> `{replacement}`"))
+        change = change or f"`{self.text[start:end]}` -> `{replacement}`"
+        self.mutants.append(Mutant(self.path, start, end, replacement, " ".join(change.split())))
 
     def regions(self, head):
         """Token ranges from the bracket that `head` ends with to its partner."""
