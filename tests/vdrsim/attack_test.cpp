@@ -20,7 +20,6 @@ using run::kVdrsim;
 using run::Program;
 using run::Result;
 using run::Supervised;
-using run::SupervisedLine;
 
 TEST(Attack, AProgramThatIsExecutedMeanwhileGetsNothingOfTheReply) {
   ExpectSuccess(Supervised({kExecRace, "300"}), "0 of 300 damaged\n");

@@ -81,7 +81,7 @@ TEST(Instances, TheEntriesBehindTheLastRecordAreZero) {
   ASSERT_EQ(VDRZAX_GetInstances(nullptr, 0, &list), 0);
   EXPECT_EQ(list->count, 2);
   const auto* entries = static_cast<const uint8_t*>(list->entries);
-  EXPECT_BYTES(wire::BytesOf(entries + 2 * 577, 999 * 577), fake::Bytes(999 * 577));
+  EXPECT_BYTES(wire::BytesOf(entries + 2UL * 577, 999UL * 577), fake::Bytes(999UL * 577));
   VDRZAX_ReleaseInstances(list);
 }
 
@@ -195,7 +195,7 @@ TEST(Instances, ATunablesTextOf70CharactersIsCutTo63AndTerminated) {
 
 TEST(Instances, ReleaseClearsTheSixBytesAt393OfEachRecordAndNothingElse) {
   fake::Device device;
-  device.AnswerWith({.bytes = fake::Bytes(2 * 577, 0x55)});
+  device.AnswerWith({.bytes = fake::Bytes(2UL * 577, 0x55)});
   device.keepFreedContent = true;
   RecordList* list = nullptr;
   ASSERT_EQ(VDRZAX_GetInstances(nullptr, 0, &list), 0);
