@@ -4,10 +4,12 @@
 
 #include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
+#include "common/digits.h"
 #include "common/errno_name.h"
 #include "common/escapes.h"
 #include "common/suggestion.h"
@@ -31,6 +33,17 @@ TEST(Numbers, AreDecimalOrHexadecimal) {
   }
 }
 
+// Beside the digits stand the characters around each of their three ranges.
+TEST(HexDigits, AreThoseOfBothCases) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  for (int code = 0; code < 256; ++code) {
+    const auto character = static_cast<char>(code);
+    const bool isUpper = character >= 'A' && character <= 'Z';
+    const std::size_t place = kDigits.find(static_cast<char>(isUpper ? code + 32 : code));
+    EXPECT_EQ(HexDigit(character), place < kDigits.size() ? static_cast<int>(place) : -1) << code;
+  }
+}
+
 TEST(Lists, AreSplitAtEachSeparator) {
   EXPECT_EQ(SplitAt("a,,b,", ','), (std::vector<std::string_view>{"a", "", "b", ""}));
   EXPECT_EQ(SplitAt("", ','), (std::vector<std::string_view>{""}));
@@ -50,6 +63,7 @@ TEST(Escapes, StandForBytes) {
   EXPECT_EQ(Unescaped(R"(a\x01\xffb\\x41)"),
             "a\x01\xff"
             "b\\x41");
+  EXPECT_EQ(Unescaped(R"(\xff)"), "\xff");
   EXPECT_EQ(Printable(" ~\x7f\x80\xff\n\\x"), R"( ~\x7f\x80\xff\x0a\\x)");
   EXPECT_EQ(BackslashesDoubled(R"(a\x41\\)"), R"(a\\x41\\\\)");
   for (const char* wrong : {R"(\)", R"(a\)", R"(\n)", R"(\x)", R"(\x1)", R"(\x00)", R"(\xg0)",
@@ -76,6 +90,7 @@ TEST(Suggestions, AreForASlipOfTheHandAlone) {
 TEST(ErrnoNames, StandForNumbers) {
   EXPECT_EQ(ErrnoName(ENOENT), "ENOENT");
   for (const int none : {-1, 0, 41, 4095, 100000}) EXPECT_EQ(ErrnoName(none), "") << none;
+  EXPECT_EQ(ErrnoOf("EPERM"), 1);
   EXPECT_EQ(ErrnoOf("ENOENT"), 2);
   EXPECT_EQ(ErrnoOf("EHWPOISON"), 133);
   EXPECT_EQ(ErrnoOf("EWOULDBLOCK"), 11);

@@ -2,12 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <numeric>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "names/field_names.h"
+#include "output/changes.h"
 #include "output/history.h"
 #include "output/text.h"
 
@@ -159,6 +165,8 @@ TEST(Tables, ShowTheUsualColumnsOfTheirCommandAndOnRequestOthers) {
 
 TEST(Tables, HaveNoHeaderOnRequest) {
   EXPECT_EQ(PairList({.header = false}, std::string("ab\0\0\x05\0", 6)), "ab  5\n");
+  EXPECT_EQ(PairList({.header = false}, std::string("ab\0\0\0\0a\0\0\0\0\0", 12)),
+            "ab  0\na   0\n");
 }
 
 TEST(Tables, AndJsonAreSortedByAColumnAsAReaderWouldAndKeepEqualsInTheirOrder) {
@@ -169,6 +177,13 @@ TEST(Tables, AndJsonAreSortedByAColumnAsAReaderWouldAndKeepEqualsInTheirOrder) {
       18);
   EXPECT_EQ(PairList({.header = false, .sort = "size"}, bytes), "c    2\na    2\nb  256\n");
   EXPECT_EQ(PairList({.header = false, .sort = "name"}, bytes), "a    2\nb  256\nc    2\n");
+  const std::string equal(
+      "b\0\0\0\x03\0"
+      "b\0\0\0\x01\0"
+      "a\0\0\0\x02\0"
+      "b\0\0\0\x02\0",
+      24);
+  EXPECT_EQ(PairList({.header = false, .sort = "name"}, equal), "a  2\nb  3\nb  1\nb  2\n");
   EXPECT_EQ(
       PairList({.form = Presentation::Form::Json, .columns = {"size"}, .sort = "size"}, bytes),
       "[{\"size\":2},{\"size\":2},{\"size\":256}]\n");
@@ -249,6 +264,188 @@ TEST_F(Counters, OfAnotherKindBeginAnew) {
   const std::string third = Turn(Presentation::Form::Json, {2, {12, 25, 31}});
   EXPECT_NE(third.find("\"differences\":{\"alone\":1,\"slots5\":[4,0]}"), std::string::npos)
       << third;
+}
+
+TEST_F(Counters, AreOfAnotherKindByEachByteOfTheirType) {
+  for (const uint32_t other : {0x101U, 0x10001U, 0x1000001U}) {
+    Turn(Presentation::Form::Json, {1, {10, 20, 30}});
+    const std::string text = Turn(Presentation::Form::Json, {other, {11, 21, 31}});
+    EXPECT_TRUE(text.starts_with("{\"seconds\":0.000000,")) << text;
+  }
+  const std::string same = Turn(Presentation::Form::Json, {0x1000001, {12, 21, 31}});
+  EXPECT_NE(same.find("\"differences\":{\"alone\":1,"), std::string::npos) << same;
+}
+
+TEST_F(Counters, AreNotWatchedInARecordOfAnotherReply) {
+  const Record record{1, {10, 20, 30}};
+  EXPECT_EQ(
+      Printed({.form = Presentation::Form::Json, .history = &history_},
+              vdrctl::RecordReply<kCounts>(), [&](Output& out) { out.Record(kCounts, &record); }),
+      "{\"type\":1,\"alone\":10,\"slots5\":[20,30]}\n");
+}
+
+// What is no number of 64 bits counts nothing.
+TEST(Changes, AreOfCountersAloneAndASecond) {
+  static constexpr Field kRows[] = {U32("type", 0), U64("alone", 4), Numbers("slots9", 12, 8, 2),
+                                    Bytes("eight", 28, 8), Numbers("words", 36, 4, 2)};
+  static constexpr RecordLayout kCounts{"Counts", 44, kRows};
+  const auto view = vdrctl::MakeView(kCounts, "Counts", nullptr);
+  std::vector<const vdrctl::Member*> members;
+  for (const auto& member : view.members) members.push_back(&member);
+  std::vector<uint8_t> before(44);
+  before[4] = 10;
+  before[12] = 20;
+  before[20] = 30;
+  auto now = before;
+  now[4] = 17;
+  now[13] = 1;
+  now[20] = 29;
+  now[36] = 1;
+  Writer table;
+  vdrctl::PutChanges(table, members, before.data(), now.data(), 2.5);
+  EXPECT_EQ(
+      table.text(),
+      "counter                                  value            difference      per second\n"
+      "alone                                       17                     7             2.8\n"
+      "slots[9]                                   276                   256           102.4\n"
+      "slots[10]                                   29                     0             0.0\n");
+  Writer json;
+  vdrctl::PutJsonChanges(json, members, before.data(), now.data(), 2.5);
+  EXPECT_EQ(json.text(), R"({"seconds":2.500000,"record":{"type":0,"alone":17,"slots9":[276,29],)"
+                         R"("eight":"0000000000000000","words":[1,0]},)"
+                         R"("differences":{"alone":7,"slots9":[256,0]},)"
+                         R"("rates":{"alone":2.800000,"slots9":[102.400000,0.000000]}})"
+                         "\n");
+  Writer still;
+  vdrctl::PutJsonChanges(still, members, before.data(), now.data(), 0);
+  EXPECT_NE(still.text().find(R"("rates":{"alone":0.000000,"slots9":[0.000000,0.000000]}})"),
+            std::string::npos)
+      << still.text();
+}
+
+// A file of names for a layout with a field for each form.
+class Dressed : public testing::Test {
+ protected:
+  using Dress = vdrctl::Dress;
+
+  static constexpr Field kSubRows[] = {U8("state", 0), Numbers("twice", 1, 1, 2)};
+  static constexpr RecordLayout kSub{"Sub", 3, kSubRows};
+  static constexpr Field kRows[] = {U64("hex", 0),
+                                    U32("ipv4", 8),
+                                    Numbers("ipv4s", 12, 4, 2),
+                                    Numbers("ipv6", 20, 4, 4),
+                                    Bytes("four", 36, 4),
+                                    Bytes("sixteen", 40, 16),
+                                    Bytes("six", 56, 6),
+                                    Bytes("text", 62, 4),
+                                    Bytes("plain", 66, 2),
+                                    U16("flags", 68),
+                                    U8("yes", 70),
+                                    U8("no", 71),
+                                    U16("counter", 72),
+                                    Numbers("hexes", 74, 1, 2),
+                                    Entries("subs", 76, 3, kSub, 85, 1),
+                                    U8("subCount", 85),
+                                    Numbers("split", 86, 2, 3)};
+  static constexpr RecordLayout kDressed{"Dressed", 92, kRows};
+
+  Dressed() {
+    const auto add = [&](const char* field, Dress dress) {
+      names_.Add("Dressed", field, {std::string("my-") + field, dress});
+    };
+    add("hex", Dress::Hex);
+    add("ipv4", Dress::Ipv4);
+    add("ipv4s", Dress::Ipv4);
+    add("ipv6", Dress::Ipv6);
+    add("four", Dress::Ipv4);
+    add("sixteen", Dress::Ipv6);
+    add("six", Dress::Mac);
+    add("text", Dress::Text);
+    add("yes", Dress::Boolean);
+    add("no", Dress::Boolean);
+    add("counter", Dress::Counter);
+    add("hexes", Dress::Hex);
+    names_.Add("Dressed", "flags",
+               {"my-flags", Dress::Flags, {{6, "both"}, {1, "up"}, {2, "two"}}});
+    names_.Add("Sub", "state", {"is", Dress::Flags, {{1, "up"}, {2, "ready"}}});
+    names_.Add("Dressed", "split[1]", {"middle", Dress::Hex});
+    std::iota(record_.begin(), record_.begin() + 62, uint8_t{0xc2});
+    std::memcpy(&record_[62], "a\xff\0b\xab\xcd", 6);
+    const uint8_t rest[] = {0x07, 0x10, 2,    0,    9, 1, 0x0a, 0xff,        // flags to hexes
+                            0,    1,    2,    3,    0, 4, 4,    5,    6, 2,  // subs and their count
+                            1,    0,    0x34, 0x12, 3, 0};                   // split
+    std::copy(std::begin(rest), std::end(rest), record_.begin() + 68);
+  }
+
+  std::string Show(const Presentation& presentation) {
+    return Printed(presentation, vdrctl::RecordReply<kDressed>(),
+                   [&](Output& out) { out.Record(kDressed, record_.data()); });
+  }
+  std::string Table(const std::vector<std::string>& columns) {
+    auto two = record_;
+    two.insert(two.end(), 92, 0);
+    return Printed({.columns = columns, .names = &names_}, vdrctl::ListReply<kDressed>(),
+                   [&](Output& out) { out.List(two.data(), 2); });
+  }
+
+  vdrctl::FieldNames names_{};
+  std::vector<uint8_t> record_ = std::vector<uint8_t>(92);
+};
+
+TEST_F(Dressed, RecordsAreALineAField) {
+  EXPECT_EQ(Show({.names = &names_}),
+            "my-hex      0xc9c8c7c6c5c4c3c2\n"
+            "my-ipv4     202.203.204.205\n"
+            "my-ipv4s    206.207.208.209 210.211.212.213\n"
+            "my-ipv6     d6d7:d8d9:dadb:dcdd:dedf:e0e1:e2e3:e4e5\n"
+            "my-four     230.231.232.233\n"
+            "my-sixteen  eaeb:eced:eeef:f0f1:f2f3:f4f5:f6f7:f8f9\n"
+            "my-six      fa:fb:fc:fd:fe:ff\n"
+            "my-text     a\\xff\n"
+            "plain       abcd\n"
+            "my-flags    both up 0x1000\n"
+            "my-yes      yes\n"
+            "my-no       no\n"
+            "my-counter  265\n"
+            "my-hexes    0xa 0xff\n"
+            "subs        {is=- twice=1 2} {is=up ready twice=0 4}\n"
+            "subCount    2\n"
+            "split[0]    1\n"
+            "middle      0x1234\n"
+            "split[2]    3\n");
+}
+
+TEST_F(Dressed, RecordsAreAJsonObject) {
+  EXPECT_EQ(
+      Show({.form = Presentation::Form::Json, .names = &names_}),
+      R"({"my-hex":14540091053501105090,"my-ipv4":"202.203.204.205",)"
+      R"("my-ipv4s":["206.207.208.209","210.211.212.213"],)"
+      R"("my-ipv6":"d6d7:d8d9:dadb:dcdd:dedf:e0e1:e2e3:e4e5","my-four":"230.231.232.233",)"
+      R"("my-sixteen":"eaeb:eced:eeef:f0f1:f2f3:f4f5:f6f7:f8f9","my-six":"fa:fb:fc:fd:fe:ff",)"
+      R"("my-text":"a\\xff","my-textEscaped":true,"plain":"abcd",)"
+      R"("my-flags":["both","up","0x1000"],"my-yes":true,"my-no":false,"my-counter":265,)"
+      R"("my-hexes":[10,255],)"
+      R"("subs":[{"is":[],"twice":[1,2]},{"is":["up","ready"],"twice":[0,4]}],"subCount":2,)"
+      R"("split[0]":1,"middle":4660,"split[2]":3})"
+      "\n");
+}
+
+TEST_F(Dressed, NumbersAreAtTheRightAndAllElseIsAtTheLeft) {
+  EXPECT_EQ(
+      Table({"my-hex", "my-counter", "my-flags", "my-yes", "my-four", "my-six", "plain"}),
+      "            my-hex  my-counter  my-flags        my-yes  my-four          my-six             "
+      "plain\n"
+      "0xc9c8c7c6c5c4c3c2         265  both up 0x1000  yes     230.231.232.233  "
+      "fa:fb:fc:fd:fe:ff  abcd\n"
+      "               0x0           0  -               no      0.0.0.0          "
+      "00:00:00:00:00:00  0000\n");
+  EXPECT_EQ(
+      Table({"my-hexes", "middle", "subs", "split[2]", "my-text", "split[0]"}),
+      "my-hexes  middle  subs                                      split[2]  my-text  split[0]\n"
+      "0xa 0xff  0x1234  {is=- twice=1 2} {is=up ready twice=0 4}         3  a\\xff           "
+      "1\n"
+      "0x0 0x0      0x0  -                                                0  -               "
+      "0\n");
 }
 
 TEST(Tables, ShowAnArrayOfNumbersAtTheLeft) {
@@ -400,9 +597,81 @@ TEST(HexDumps, ShowOfEqualLinesTheFirstAndTheLast) {
   EXPECT_EQ(HexDump(bytes), "00000000  " + line + "*\n00000030  " + line);
 }
 
+TEST(HexDumps, ShowEachRowOfEqualLinesApartAndNoLineBeforeTheirFirst) {
+  const std::vector<uint8_t> bytes(64, 0x41);
+  const std::string line = "41 41 41 41 41 41 41 41 41 41 41 41 41 41 41 41  |AAAAAAAAAAAAAAAA|\n";
+  EXPECT_EQ(HexDump(std::span(bytes).subspan(16)), "00000000  " + line + "*\n00000020  " + line);
+  auto other = std::vector<uint8_t>(112, 0x41);
+  other[48] = 0x42;
+  EXPECT_EQ(HexDump(other), "00000000  " + line +
+                                "*\n00000030  42 41 41 41 41 41 41 41 41 41 41 41 41 41 41 41  "
+                                "|BAAAAAAAAAAAAAAA|\n00000040  " +
+                                line + "*\n00000060  " + line);
+}
+
+TEST(HexDumps, HaveOffsetsOfThirtyTwoBits) {
+  std::vector<uint8_t> bytes(0x1234560 + 2);
+  bytes[0x1020300] = 0xff;
+  const std::string zeros = "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00  |................|\n";
+  EXPECT_EQ(HexDump(bytes),
+            "00000000  " + zeros + "*\n01020300  ff" + zeros.substr(2) + "01020310  " + zeros +
+                "*\n01234560  00 00                                            |..|\n");
+}
+
 TEST(HexDumps, ShowDeleteAndHighBytesAsDots) {
   const uint8_t bytes[] = {0x7e, 0x7f, 0x80, 0xff};
   EXPECT_EQ(HexDump(bytes), "00000000  7e 7f 80 ff                                      |~...|\n");
+}
+
+// A stream whose bytes are looked at.
+class Parts : public testing::Test {
+ protected:
+  ~Parts() override {
+    std::fclose(stream_);
+    std::free(bytes_);
+  }
+  std::string Arrived() {
+    std::fflush(stream_);
+    return {bytes_, size_};
+  }
+
+  char* bytes_ = nullptr;
+  std::size_t size_ = 0;
+  std::FILE* stream_ = open_memstream(&bytes_, &size_);
+  Writer writer_{stream_};
+};
+
+TEST_F(Parts, GoOutOnceTheyAreWorthAWrite) {
+  writer_.Fill(65535, 'a');
+  writer_.Part();
+  EXPECT_EQ(Arrived(), "");
+  writer_.Put('b');
+  writer_.Part();
+  EXPECT_EQ(Arrived(), std::string(65535, 'a') + 'b');
+  writer_.Put("cd");
+  writer_.Part();
+  EXPECT_EQ(Arrived().size(), 65536U);
+  writer_.Finish();
+  EXPECT_EQ(Arrived(), std::string(65535, 'a') + "bcd");
+}
+
+TEST_F(Parts, OfALongListAreNotKept) {
+  const std::string bytes(6 * 20000, '\x01');
+  for (const auto form : {Presentation::Form::Tables, Presentation::Form::Json}) {
+    const std::size_t before = Arrived().size();
+    Output out({.form = form}, vdrctl::ListReply<kPair>(), writer_);
+    out.List(bytes.data(), 20000);
+    EXPECT_GT(Arrived().size(), before + 200'000);
+    EXPECT_LT(writer_.text().size(), 65536U + 64);
+  }
+}
+
+TEST_F(Parts, OfALongDumpAreNotKept) {
+  std::vector<uint8_t> bytes(100'000);
+  std::iota(bytes.begin(), bytes.end(), uint8_t{0});
+  vdrctl::PutHexDump(writer_, bytes);
+  EXPECT_GT(Arrived().size(), 400'000U);
+  EXPECT_LT(writer_.text().size(), 65536U + 80);
 }
 
 TEST(Escaping, LeavesPrintableAsciiAlone) {

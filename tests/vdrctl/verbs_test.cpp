@@ -1,10 +1,12 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 #include <vdrzax/channel.h>
 
+#include <cerrno>
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
@@ -31,6 +33,10 @@ struct Sent {
 std::vector<Sent> sent;
 constexpr int kDevice = 1'000'000;
 
+// What the kernel does with a command beside taking its input.
+enum class Answer { Zeros, Nothing, Failure };
+Answer answer = Answer::Zeros;
+
 // Tables that begin with their count have one entry: of an empty one the library loses an allocation.
 uint32_t CountAtFront(unsigned long code) { return code == 129 || code == 164 ? 1 : 0; }
 
@@ -53,7 +59,6 @@ extern "C" int open64(const char* path, int flags, ...) {
   return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
 }
 
-// Each command succeeds with an answer of zeros.
 extern "C" int ioctl(int descriptor, unsigned long request, ...) {
   va_list rest;
   va_start(rest, request);
@@ -66,6 +71,14 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...) {
   const auto* input = static_cast<const uint8_t*>(envelope.inBuffer);
   sent.push_back({request, input ? std::vector<uint8_t>(input, input + envelope.inLength)
                                  : std::vector<uint8_t>{}});
+  if (answer == Answer::Failure) {
+    errno = EDOM;
+    return -1;
+  }
+  if (answer == Answer::Nothing) {
+    std::memset(static_cast<char*>(argument) + 12, 0, 4);
+    return 0;
+  }
   if (envelope.outBuffer) std::memset(envelope.outBuffer, 0, std::min(envelope.outLength, 4096U));
   if (const uint32_t count = CountAtFront(request)) {
     std::memcpy(envelope.outBuffer, &count, sizeof count);
@@ -516,14 +529,18 @@ vdrctl::Invocation Parsed(const std::string& line) {
   return std::get<vdrctl::Invocation>(vdrctl::Parse(vdrctl::SplitLine(line)));
 }
 
-void CarryOut(const vdrctl::Invocation& invocation, const vdrctl::Presentation& presentation) {
+// Returns what it prints.
+std::string CarryOut(const vdrctl::Invocation& invocation, const vdrctl::Presentation& presentation,
+                     int expected = 0) {
   sent.clear();
   vdrctl::Writer writer;
   vdrctl::Output out(presentation, invocation.command->reply, writer);
   vdrctl::Given::Room room;
-  ASSERT_EQ(invocation.command->handler.call(out, invocation.command->Parameters(),
+  errno = 0;
+  EXPECT_EQ(invocation.command->handler.call(out, invocation.command->Parameters(),
                                              invocation.given.In(room)),
-            0);
+            expected);
+  return writer.text();
 }
 
 TEST(Verbs, SendWhatTheirArgumentsSay) {
@@ -537,6 +554,38 @@ TEST(Verbs, SendWhatTheirArgumentsSay) {
       EXPECT_EQ(sent.back().input, verb.input);
     }
   }
+}
+
+// The kernel gives this answer while this is there.
+class Answering {
+ public:
+  explicit Answering(Answer given) { answer = given; }
+  ~Answering() { answer = Answer::Zeros; }
+  Answering(const Answering&) = delete;
+};
+
+TEST(Verbs, FailAsTheKernelDoesAndShowNothing) {
+  const Answering failure(Answer::Failure);
+  for (const Verb& verb : AllVerbs()) {
+    SCOPED_TRACE(verb.line);
+    EXPECT_EQ(CarryOut(Parsed(verb.line), {}, -1), "");
+    // This one tells every failure as a lack of memory.
+    EXPECT_EQ(errno, verb.code == 114 ? ENOMEM : EDOM);
+  }
+}
+
+// But for one that the library reads into memory of its own.
+TEST(Verbs, ShowZerosWhereTheKernelWroteNothing) {
+  const Answering nothing(Answer::Nothing);
+  mallopt(M_PERTURB, 0x5a);  // Memory that nobody cleared is not zero.
+  for (const Verb& verb : AllVerbs()) {
+    SCOPED_TRACE(verb.line);
+    const auto invocation = Parsed(verb.line);
+    if (invocation.command->reply.form != vdrctl::Reply::Form::Bytes) continue;
+    if (invocation.command->object == "soft-rss table") continue;
+    EXPECT_EQ(CarryOut(invocation, {}), "");
+  }
+  mallopt(M_PERTURB, 0);
 }
 
 TEST(Verbs, TheDeletionOfARemoteReceiverSendsItsThreeFields) {

@@ -38,8 +38,7 @@ std::optional<Invocation> ArgumentParser::Parse(Arguments words) {
 ArgumentParser::Option ArgumentParser::FindOption(std::string_view name) {
   const auto parameters = command_.Parameters();
   for (std::size_t index = 0; index < parameters.size(); ++index) {
-    const Parameter& own = parameters[index];
-    if (own.IsOption() && own.IsCalled(name)) return {&own, &values_[index]};
+    if (parameters[index].IsCalled(name)) return {&parameters[index], &values_[index]};
   }
   for (const Global& global : kGlobals) {
     const bool isShort = global.shortName && name == global.shortName;

@@ -67,7 +67,6 @@ std::string MeaningOf(const Parameter& parameter) {
   std::string meaning = parameter.meaning;
   if (parameter.choices) meaning += fmt::format(": {}", parameter.choices);
   if (parameter.excludes) meaning += fmt::format("; not with {}", parameter.excludes);
-  if (parameter.IsOption() && !parameter.optional) meaning += " (required)";
   return meaning;
 }
 

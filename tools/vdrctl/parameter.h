@@ -133,11 +133,6 @@ constexpr Parameter Optional(Parameter parameter) {
   return parameter;
 }
 
-constexpr Parameter Required(Parameter parameter) {
-  parameter.optional = false;
-  return parameter;
-}
-
 constexpr Parameter Excluding(const char* option, Parameter parameter) {
   parameter.excludes = option;
   return parameter;

@@ -30,9 +30,8 @@ void Progress::Show(std::size_t done) {
   isShown_ = true;
 }
 
-void Progress::Clear() {
+void Progress::Clear() const {
   if (isShown_) tools::Tell(kClearLine);
-  isShown_ = false;
 }
 
 }  // namespace vdrctl

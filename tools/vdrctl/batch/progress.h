@@ -15,7 +15,7 @@ class Progress {
   void Show(std::size_t done);
 
   // Takes the bar away.
-  void Clear();
+  void Clear() const;
 
  private:
   using Clock = std::chrono::steady_clock;

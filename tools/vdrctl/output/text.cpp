@@ -2,7 +2,6 @@
 
 #include <langinfo.h>
 #include <wchar.h>
-#include <wctype.h>
 
 #include <algorithm>
 #include <array>
@@ -47,7 +46,7 @@ Character FirstCharacter(std::string_view text) {
   return {length, value};
 }
 
-// Asked when the first text comes along that is not all ASCII, which is seldom.
+// Asked when the first text comes along that is not all printable ASCII, which is seldom.
 bool LocaleIsUtf8() {
   static const bool utf8 =
       std::setlocale(LC_CTYPE, "") && std::string_view(nl_langinfo(CODESET)) == "UTF-8";
@@ -56,9 +55,7 @@ bool LocaleIsUtf8() {
 
 // Columns of a character that a terminal shows; 0 for all that a reader would not see.
 int Columns(char32_t character) {
-  const auto wide = static_cast<wchar_t>(character);
-  return LocaleIsUtf8() && iswprint(static_cast<wint_t>(wide)) != 0 ? std::max(wcwidth(wide), 0)
-                                                                    : 0;
+  return LocaleIsUtf8() ? std::max(wcwidth(static_cast<wchar_t>(character)), 0) : 0;
 }
 
 std::size_t WidthOf(const Character& character) {
@@ -96,7 +93,7 @@ void PutEscaped(Writer& out, std::string_view text) {
     if (text.empty()) return;
     const Character first = FirstCharacter(text);
     const std::string_view bytes = text.substr(0, first.length);
-    const bool isShown = first.IsUtf8() && first.value >= 0x80 && Columns(first.value) > 0;
+    const bool isShown = bytes != "\\" && Columns(first.value) > 0;
     if (isShown) {
       out.Put(bytes);
     } else {
