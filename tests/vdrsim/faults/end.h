@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -33,12 +34,14 @@ class End final : public vdrsim::Executor {
     if (error != 0) return {.error = error};
     vdrsim::Answer answer;
     answer.reply.Fill(replySize);
+    answer.claimed = claimed;
     return answer;
   }
 
   std::vector<uint32_t> codes{};
   int error = 0;
   uint32_t replySize = 16;
+  std::optional<uint32_t> claimed{};
 };
 
 inline vdrsim::Answer Execute(vdrsim::Executor& executor, Caller& caller, uint32_t code,

@@ -111,6 +111,16 @@ TEST_F(Faults, OfTwoLengthsTheFirstCounts) {
   EXPECT_EQ(Reply(21), std::pair(size_t{1}, 5U));
 }
 
+// As a recording can: it may claim what is not there.
+TEST_F(Faults, AReplyThatClaimsSomethingItselfIsSpoiledToo) {
+  end_.claimed = 99;
+  Add({"21:short=5", "22:length=6", "23:short=5:length=6"});
+  EXPECT_EQ(Reply(20), std::pair(size_t{16}, 99U));
+  EXPECT_EQ(Reply(21), std::pair(size_t{5}, 5U));
+  EXPECT_EQ(Reply(22), std::pair(size_t{16}, 6U));
+  EXPECT_EQ(Reply(23), std::pair(size_t{5}, 6U));
+}
+
 TEST_F(Faults, TheReplyOfAFailureStaysAsItIs) {
   Add({"21:length=5"});
   end_.error = ENOENT;
@@ -165,6 +175,29 @@ TEST_F(Faults, ChanceIsRepeatedByItsSeed) {
   const auto hits = std::ranges::count(first, 5);
   EXPECT_GT(hits, 200);
   EXPECT_LT(hits, 300);
+}
+
+// Which of 64 commands each of two rules acts on.
+std::pair<uint64_t, uint64_t> Chances(uint64_t seed) {
+  End end;
+  Caller caller;
+  vdrsim::Faults faults(end, seed);
+  faults.Add(vdrsim::ReadRule("any:length=7:prob=50%"));
+  faults.Add(vdrsim::ReadRule("any:short=0:prob=50%"));
+  std::pair<uint64_t, uint64_t> acts{};
+  for (int command = 0; command < 64; ++command) {
+    const vdrsim::Answer answer = faults::Execute(faults, caller, 9);
+    acts.first = acts.first << 1 | (answer.claimed == 7U ? 1 : 0);
+    acts.second = acts.second << 1 | (answer.reply.size() == 0 ? 1 : 0);
+  }
+  return acts;
+}
+
+// A seed that was noted gives the same chances tomorrow, on another host.
+TEST(Chances, AreThoseOfTheirSeedForever) {
+  EXPECT_EQ(Chances(0), (std::pair<uint64_t, uint64_t>(0x46a4c77f568f8b42, 0x3ebce5e9706456f6)));
+  EXPECT_EQ(Chances(0x123456789abcdef1),
+            (std::pair<uint64_t, uint64_t>(0x29fa1da183cbcf8c, 0xe23926b4e14f3516)));
 }
 
 TEST_F(Faults, RulesHaveChancesOfTheirOwn) {

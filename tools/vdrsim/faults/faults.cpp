@@ -37,7 +37,7 @@ void Faults::Add(Rule rule) {
 void Faults::Clear() {
   const std::lock_guard lock(mutex_);
   for (const Active& active : active_) {
-    if (active.matched == 0) clearedInVain_.push_back(active.rule.text);
+    if (!active.hasMatched) clearedInVain_.push_back(active.rule.text);
   }
   active_.clear();
   isIdle_ = true;
@@ -54,7 +54,7 @@ std::vector<std::string> Faults::NeverMatched() const {
   const std::lock_guard lock(mutex_);
   std::vector<std::string> all = clearedInVain_;
   for (const Active& active : active_) {
-    if (active.matched == 0) all.push_back(active.rule.text);
+    if (!active.hasMatched) all.push_back(active.rule.text);
   }
   return all;
 }
@@ -62,7 +62,8 @@ std::vector<std::string> Faults::NeverMatched() const {
 Answer Faults::Execute(const Call& call) noexcept {
   if (isIdle_) return next_.Execute(call);
   const Actions actions = Judge(call);
-  if (actions.delay.count() > 0 && !call.destination.HoldUp(actions.delay)) return {.error = ESRCH};
+  if (actions.delay.count() != 0 && !call.destination.HoldUp(actions.delay))
+    return {.error = ESRCH};
   if (actions.kills) {
     call.destination.Kill();
     return {.error = ESRCH};
@@ -92,7 +93,7 @@ bool Faults::Acts(Active& active, size_t request, const Call& call) {
     return false;
   }
   if (!rule.counting.Has(++active.counted)) return false;
-  ++active.matched;
+  active.hasMatched = true;
   if (rule.probability && static_cast<double>(active.dice()) >= *rule.probability * 0x1p64) {
     return false;
   }

@@ -46,7 +46,7 @@ class Faults final : public Executor {
     Rule rule;
     std::mt19937_64 dice;
     uint64_t counted = 0;
-    uint64_t matched = 0;
+    bool hasMatched = false;
     uint64_t times = 0;
   };
 

@@ -95,15 +95,10 @@ std::string FormOf(const Field& field) {
   return {};
 }
 
-// The two halves of an IPv6 address are one field to people.
-constexpr std::pair<std::string_view, std::string_view> kHalves[] = {{"Part1", "Part2"},
-                                                                     {"High", "Low"}};
-
-std::optional<std::string_view> AddressName(const Field& field, const Field& next) {
-  if (field.width != 8 || next.width != 8 || next.offset != field.End()) return std::nullopt;
-  for (const auto& [first, second] : kHalves) {
-    if (!field.name.ends_with(first) || !next.name.ends_with(second)) continue;
-    return field.name.substr(0, field.name.size() - first.size());
+// The two halves of an IPv6 address are one field to people. It begins where the first one does.
+std::optional<std::string_view> AddressName(const Field& field) {
+  for (const std::string_view first : {"Part1", "High"}) {
+    if (field.name.ends_with(first)) return field.name.substr(0, field.name.size() - first.size());
   }
   return std::nullopt;
 }
@@ -138,14 +133,11 @@ struct Reading {
 
   void Look(size_t index) {
     const Request& request = *kRequests[index];
-    const auto fields = request.fields();
-    for (size_t row = 0; row < fields.size(); ++row) {
-      const Field& field = fields[row];
+    for (const Field& field : request.fields()) {
       known.insert(field.name);
       if (IsCalled(request, field, name))
         Expect(index, field.offset, ValueOf(field, value), FormOf(field));
-      if (row + 1 == fields.size()) continue;
-      const auto address = AddressName(field, fields[row + 1]);
+      const auto address = AddressName(field);
       if (address) known.insert(*address);
       if (address == name) {
         Expect(index, field.offset, BytesOf(tools::ParseIpv6(value)), "an IPv6 address");

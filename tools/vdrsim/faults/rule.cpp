@@ -119,7 +119,7 @@ RuleError::RuleError(std::string_view rule, std::string_view place, std::string_
     : runtime_error(
           fmt::format("fault rule: {}\n  {}\n  {:>{}}{:~<{}}", Printable(sentence), Printable(rule),
                       "", Width(rule.substr(0, static_cast<size_t>(place.data() - rule.data()))),
-                      "^", std::max<size_t>(1, Width(place)))) {}
+                      "^", Width(place))) {}
 
 bool FieldCondition::Holds(size_t request, std::span<const std::byte> input) const {
   const auto found = byRequest.find(request);

@@ -21,7 +21,7 @@ namespace vdrsim {
 // Which commands a rule is for.
 struct Selection {
   std::bitset<requests::kRequests.size()> requests{};
-  std::bitset<requests::kHighestCode + 1> codes{};  // that no request has
+  std::bitset<requests::kHighestCode + 1> codes{};  // asked where a code has no request
 
   // `request` is the index of the request that the command is, or requests::Meanings::kNone.
   bool Has(size_t request, uint32_t code) const {

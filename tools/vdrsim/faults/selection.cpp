@@ -12,9 +12,7 @@ namespace {
 
 using requests::kFamilies;
 using requests::kHighestCode;
-using requests::kMeanings;
 using requests::kRequests;
-using requests::Meanings;
 using requests::Request;
 
 template <typename Predicate>
@@ -35,7 +33,7 @@ Selection Any() {
 Selection OfCode(const RulePart& part, uint64_t code) {
   if (code > kHighestCode) part.Refuse(fmt::format("codes go up to {}", kHighestCode));
   Selection selection = Where([code](const Request& request) { return request.code == code; });
-  selection.codes[code] = kMeanings[code].plain == Meanings::kNone;
+  selection.codes.set(code);
   return selection;
 }
 

@@ -74,8 +74,8 @@ double ReadProbability(const RulePart& part) {
   const std::string_view number = part.text.substr(0, part.text.find('%'));
   double percent = 0;
   const char* end = number.data() + number.size();
-  const auto [stop, error] = std::from_chars(number.data(), end, percent);
-  const bool isWhole = error == std::errc{} && stop == end && part.text.ends_with('%') &&
+  // What is no number, or beyond all of them, leaves 0.
+  const bool isWhole = std::from_chars(number.data(), end, percent).ptr == end &&
                        number.size() + 1 == part.text.size();
   if (!isWhole || !(percent > 0 && percent <= 100)) {
     part.Refuse("it takes a percentage above 0% and up to 100%, as 10% or 0.5%");
