@@ -1,15 +1,21 @@
 #include "caller.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <bit>
+#include <cerrno>
+#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 #include <vector>
 
 #include "transport/filter.h"
@@ -60,7 +66,7 @@ Caller::Caller(const std::function<void()>& calls) {
   listener_ =
       vdrsim::UniqueFd(static_cast<int>(syscall(SYS_pidfd_getfd, process.get(), listener, 0)));
   if (!listener_) throw std::runtime_error("no listener");
-  call_.emplace(listener_.get(), relief_);
+  call_.emplace(listener_.get(), rests_);
 }
 
 Caller::~Caller() {
@@ -74,6 +80,21 @@ vdrsim::HeldUpCall& Caller::Next() {
 }
 
 void Caller::Kill() const { kill(process_, SIGKILL); }
+
+bool HasOpen(const std::string& path) {
+  return std::ranges::any_of(std::filesystem::directory_iterator("/proc/self/fd"),
+                             [&path](const auto& descriptor) {
+                               std::error_code isGone;
+                               return std::filesystem::read_symlink(descriptor, isGone) == path;
+                             });
+}
+
+// What is mapped at address 0 is asked so, in the 104 bytes that begin with their number.
+bool KernelTells() {
+  const vdrsim::UniqueFd map(open("/proc/self/maps", O_RDONLY));
+  uint64_t query[13] = {104};
+  return ioctl(map.get(), 0xc0686611, query) != 0 && errno == ENOENT;
+}
 
 void Command(uint64_t envelope) { syscall(SYS_ioctl, 0, 1, envelope); }
 

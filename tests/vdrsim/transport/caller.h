@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <span>
+#include <string>
 
 #include "transport/held_up_call.h"
 #include "transport/unique_fd.h"
@@ -29,10 +30,12 @@ class SharedPages {
   size_t size_;
 };
 
-// Takes nobody's place.
-struct NoRelief final : vdrsim::Relief {
-  void BeginRest() noexcept override {}
-  void EndRest() noexcept override {}
+// Takes nobody's place, and remembers what it was told: ( and ).
+struct Rests final : vdrsim::Relief {
+  void BeginRest() noexcept override { said += '('; }
+  void EndRest() noexcept override { said += ')'; }
+
+  std::string said{};
 };
 
 // Another process, as one of a run, which makes its calls and ends.
@@ -46,13 +49,20 @@ class Caller {
   // The next of its calls, which waits.
   vdrsim::HeldUpCall& Next();
   void Kill() const;
+  const std::string& rests() const { return rests_.said; }
 
  private:
   pid_t process_ = -1;
   vdrsim::UniqueFd listener_{};
-  NoRelief relief_{};
+  Rests rests_{};
   std::optional<vdrsim::HeldUpCall> call_{};
 };
+
+// Whether this process has a file open.
+bool HasOpen(const std::string& path);
+
+// Whether the kernel tells what may be written, which Linux before 6.11 doesn't.
+bool KernelTells();
 
 // An ioctl call, held up whatever it is made on.
 void Command(uint64_t envelope);

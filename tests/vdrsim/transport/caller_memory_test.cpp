@@ -5,6 +5,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -44,15 +49,58 @@ TEST_P(CallerMemory, IsWritableWhereEveryPageIs) {
 }
 
 TEST_P(CallerMemory, IsAskedWithoutAChange) {
-  std::ranges::fill(pages_.bytes(), std::byte{7});
+  std::vector<std::byte> before(Page(kPages));
+  for (size_t index = 0; index < before.size(); ++index) {
+    before[index] = std::byte(index + index / SharedPages::PageSize() * 7);
+  }
+  std::ranges::copy(before, pages_.bytes().begin());
   EXPECT_TRUE(memory_.IsWritable(pages_.Address(), Page(kPages - 1)));
-  EXPECT_EQ(std::ranges::count(pages_.bytes(), std::byte{7}), Page(kPages));
+  EXPECT_TRUE(std::ranges::equal(pages_.bytes(), before));
+}
+
+// The buffer may be smaller than a page, and the text may end with the last page that there is.
+TEST_P(CallerMemory, IsReadAsATextThatFitsWithItsEnd) {
+  const auto put = [this](size_t offset, const std::string& text) {
+    std::memcpy(pages_.bytes().data() + offset, text.c_str(), text.size() + 1);
+  };
+  const auto read = [this](size_t offset, size_t room) {
+    std::vector<char> buffer(room, 'x');
+    return std::string(memory_.ReadText(pages_.Address(offset), buffer));
+  };
+  put(9, "seven ch");
+  EXPECT_EQ(read(9, 9), "seven ch");
+  EXPECT_EQ(read(9, 8), "");
+  EXPECT_EQ(read(14, 9), " ch");
+  EXPECT_EQ(read(500, 9), "") << "none is there";
+  for (size_t before = 1; before <= 8; ++before) {
+    put(Page(2) - before, "seven ch");
+    EXPECT_EQ(read(Page(2) - before, 9), "seven ch") << before;
+  }
+  put(Page(kPages) - 6, "hello");
+  EXPECT_EQ(read(Page(kPages) - 6, 100), "hello");
+  pages_.bytes().back() = std::byte{'!'};
+  EXPECT_EQ(read(Page(kPages) - 6, 6), "");
+  std::vector<char> buffer(9);
+  EXPECT_EQ(memory_.ReadText(8, buffer), "") << "nothing is there";
+}
+
+// The memory that a process of several threads has is held, so that no other comes in its place.
+TEST_P(CallerMemory, IsHeldWhereTheCallerHasAnotherThread) {
+  const std::string path = "/proc/" + std::to_string(caller_.process()) + "/mem";
+  EXPECT_FALSE(transport_test::HasOpen(path));
+  EXPECT_TRUE(memory_.IsWritable(pages_.Address(), 1));
+  EXPECT_EQ(transport_test::HasOpen(path), GetParam() && transport_test::KernelTells());
+  vdrsim::CallerMemory other(call_);
+  EXPECT_TRUE(other.Write({}));
+  EXPECT_EQ(transport_test::HasOpen(path), GetParam() && transport_test::KernelTells());
 }
 
 TEST_P(CallerMemory, EndsBeforeTheAddressesOfTheKernelAndDoesNotGoRound) {
   EXPECT_FALSE(memory_.IsWritable(UINT64_MAX - 7, 16));
   EXPECT_FALSE(memory_.IsWritable(UINT64_MAX, 1));
   EXPECT_FALSE(memory_.IsWritable(INT64_MAX, 1));
+  EXPECT_TRUE(memory_.IsWritable(INT64_MAX, 0));
+  EXPECT_FALSE(memory_.IsWritable(uint64_t{INT64_MAX} + 1, 0));
 }
 
 TEST_P(CallerMemory, IsWrittenInTheOrderOfThePatches) {

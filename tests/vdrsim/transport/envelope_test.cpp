@@ -1,6 +1,7 @@
 #include "transport/envelope.h"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include <algorithm>
 #include <array>
@@ -22,9 +23,11 @@ using wire::Wire;
 constexpr size_t kRoom = 100;  // where the reply goes
 constexpr uint32_t kCapacity = 6;
 
-// A reply of five bytes, two at most at once.
+// A reply of five bytes, two at most at once. Some of them may be missing.
 class Pieces final : public vdrsim::Reply::Source {
  public:
+  explicit Pieces(size_t left = 5) : left_(left) {}
+
   uint32_t Prepare() override { return 5; }
 
   std::span<const std::byte> Next() noexcept override {
@@ -35,7 +38,7 @@ class Pieces final : public vdrsim::Reply::Source {
   }
 
  private:
-  size_t left_ = 5;
+  size_t left_;
 };
 
 // A caller with an envelope at the beginning of a page and room for a reply behind it.
@@ -109,6 +112,67 @@ TEST_F(Envelope, TakesTheLengthThatIsClaimed) {
 TEST_F(Envelope, IsAskedWithoutAChange) {
   EXPECT_TRUE(envelope_.Takes(kCapacity));
   ExpectChanged(kCapacity, 0);
+}
+
+// A device may have written before its caller was gone.
+TEST_F(Envelope, TellsOfAReplyThatEndsTooEarly) {
+  vdrsim::Answer answer{.reply = vdrsim::Reply(std::make_unique<Pieces>(3))};
+  answer.reply.Prepare();
+  EXPECT_EQ(envelope_.Deliver(answer), EFAULT);
+  ExpectChanged(kCapacity, 3);
+}
+
+// What a command leaves as it is was written when it was judged, and need not be written any more.
+TEST_F(Envelope, IsNotWrittenAgainWhereItStaysAsItWasWhenItWasJudged) {
+  ASSERT_TRUE(envelope_.Takes(0));
+  call_.Return(0);
+  EXPECT_EQ(Deliver(0, kCapacity), 0);
+  EXPECT_EQ(Deliver(0), EFAULT);
+  EXPECT_EQ(Deliver(0, kCapacity - 1), EFAULT);
+  EXPECT_EQ(Deliver(1, kCapacity), EFAULT);
+  ExpectChanged(kCapacity, 0);
+}
+
+TEST_F(Envelope, IsWrittenWhereItWasNotJudged) {
+  call_.Return(0);
+  EXPECT_EQ(Deliver(0, kCapacity), EFAULT);
+}
+
+TEST_F(Envelope, IsWrittenAfterItWasJudged) {
+  ASSERT_TRUE(envelope_.Takes(kCapacity));
+  EXPECT_EQ(Deliver(4, kCapacity), 0);
+  ExpectChanged(kCapacity, 4);
+  EXPECT_EQ(Deliver(0), 0);
+  ExpectChanged(0, 4);
+}
+
+// Three pages of reply, of which the caller can't write the second.
+TEST(EnvelopeOfPages, GetsNothingBehindAPieceThatCannotBeWritten) {
+  const size_t page = SharedPages::PageSize();
+  class Pages final : public vdrsim::Reply::Source {
+   public:
+    uint32_t Prepare() override { return static_cast<uint32_t>(3 * page_.size()); }
+    std::span<const std::byte> Next() noexcept override { return page_; }
+
+   private:
+    wire::Bytes page_{SharedPages::PageSize(), std::byte{0x11}};
+  };
+  SharedPages pages(4);
+  const auto size = static_cast<uint32_t>(3 * page);
+  std::ranges::copy(Wire(24).U32(12, size).U64(16, pages.Address(page)).bytes(),
+                    pages.bytes().begin());
+  Caller caller([&] {
+    mprotect(pages.bytes().data() + 2 * page, page, PROT_READ);
+    Command(pages.Address());
+  });
+  vdrsim::HeldUpCall& call = caller.Next();
+  vdrsim::CallerMemory memory(call);
+  vdrsim::Envelope envelope(call, memory, pages.Address());
+  ASSERT_TRUE(envelope.Read());
+  vdrsim::Answer answer{.reply = vdrsim::Reply(std::make_unique<Pages>())};
+  answer.reply.Prepare();
+  EXPECT_EQ(envelope.Deliver(answer), EFAULT);
+  EXPECT_EQ(std::ranges::count(pages.bytes(), std::byte{0x11}), page);
 }
 
 }  // namespace

@@ -4,9 +4,11 @@
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <thread>
+#include <vector>
 
 #include "caller.h"
 
@@ -22,6 +24,7 @@ TEST(HeldUpCall, RestsAsLongAsItIsTold) {
   const auto begin = std::chrono::steady_clock::now();
   EXPECT_TRUE(call.Rest(130ms));
   EXPECT_GE(std::chrono::steady_clock::now() - begin, 130ms);
+  EXPECT_EQ(caller.rests(), "()") << "others are answered meanwhile, and no longer";
 }
 
 // Else a run could fill up with those that wait for nobody.
@@ -47,6 +50,28 @@ TEST(HeldUpCall, KnowsTheProcessOfAThreadWhateverItsName) {
     EXPECT_EQ(call.Process(), caller.process());
     call.Return(0);
   }
+}
+
+TEST(HeldUpCall, KnowsTheProcessOfEachCall) {
+  Caller caller([] {
+    Command(0);
+    if (fork() == 0) {
+      Command(0);
+      _exit(0);
+    }
+    wait(nullptr);
+    Command(0);
+  });
+  std::vector<pid_t> processes;
+  for (int round = 0; round < 3; ++round) {
+    vdrsim::HeldUpCall& call = caller.Next();
+    processes.push_back(call.Process());
+    EXPECT_EQ(processes.back(), call.thread());
+    call.Return(0);
+  }
+  EXPECT_EQ(processes[0], caller.process());
+  EXPECT_NE(processes[1], caller.process());
+  EXPECT_EQ(processes[2], caller.process());
 }
 
 TEST(HeldUpCall, KillsTheProcessOfItsCaller) {

@@ -1,13 +1,10 @@
 #include "transport/pinned_memory.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <optional>
 #include <vector>
 
@@ -18,18 +15,11 @@ namespace {
 using transport_test::SharedPages;
 using vdrsim::PinnedMemory;
 
-// What is mapped at address 0 is asked so, in the 104 bytes that begin with their number.
-bool KernelTells() {
-  const vdrsim::UniqueFd map(open("/proc/self/maps", O_RDONLY));
-  uint64_t query[13] = {104};
-  return ioctl(map.get(), 0xc0686611, query) != 0 && errno == ENOENT;
-}
-
 // The test's own: a page that can't be written, two that can, and one that can't.
 class Pinned : public testing::Test {
  protected:
   void SetUp() override {
-    if (!KernelTells()) {
+    if (!transport_test::KernelTells()) {
       EXPECT_FALSE(memory_);
       GTEST_SKIP() << "the kernel can't tell what may be written";
     }

@@ -52,7 +52,7 @@ bool Envelope::WriteReply(Reply& reply, uint32_t claimed) {
   uint64_t address = ReplyAddress();
   uint64_t left = reply.size();
   for (auto piece = reply.Next(); left > 0; piece = reply.Next()) {
-    if (piece.empty() || piece.size() > left) return false;
+    if (piece.empty()) return false;
     left -= piece.size();
     if (left == 0) return memory_.Write({{address, piece}, {LengthAddress(), length}});
     if (!memory_.Write({{address, piece}})) return false;

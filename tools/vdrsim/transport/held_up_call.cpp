@@ -35,14 +35,7 @@ bool IsOf(pid_t thread, pid_t process) {
 
 template <typename Structure>
 HeldUpCall::Extended<Structure>::Extended(size_t length)
-    : size(std::max(length, sizeof(Structure))), bytes(new std::byte[size]) {
-  Clear();
-}
-
-template <typename Structure>
-void HeldUpCall::Extended<Structure>::Clear() {
-  std::memset(bytes.get(), 0, size);
-}
+    : size(std::max(length, sizeof(Structure))), bytes(new std::byte[size]{}) {}
 
 HeldUpCall::HeldUpCall(int listener, Relief& relief)
     : listener_(listener),
@@ -52,7 +45,7 @@ HeldUpCall::HeldUpCall(int listener, Relief& relief)
 
 bool HeldUpCall::Receive() {
   // The kernel takes none that is not clear.
-  call_.Clear();
+  std::memset(call_.bytes.get(), 0, call_.size);
   process_ = 0;
   return seccomp_notify_receive(listener_, call_.operator->()) == 0;
 }
@@ -108,7 +101,6 @@ void HeldUpCall::ReturnDescriptor(int descriptor, uint32_t flags) {
 }
 
 void HeldUpCall::Respond(int error, uint32_t flags) {
-  response_.Clear();
   response_->id = call_->id;
   response_->error = -error;
   response_->flags = flags;

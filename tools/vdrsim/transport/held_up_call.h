@@ -66,7 +66,6 @@ class HeldUpCall {
     std::unique_ptr<std::byte[]> bytes;
 
     explicit Extended(size_t length);
-    void Clear();
     Structure* operator->() const { return reinterpret_cast<Structure*>(bytes.get()); }
   };
 

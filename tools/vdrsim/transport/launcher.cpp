@@ -165,8 +165,7 @@ Progress ReceiveProgress(int child, UniqueFd& listener) {
   if (recvmsg(child, &message, MSG_CMSG_CLOEXEC) != sizeof progress) {
     throw StartFailure("the process that was to become the command ended before it could");
   }
-  const cmsghdr* header = CMSG_FIRSTHDR(&message);
-  if (header && header->cmsg_type == SCM_RIGHTS) {
+  if (const cmsghdr* header = CMSG_FIRSTHDR(&message)) {
     int received = -1;
     std::memcpy(&received, CMSG_DATA(header), sizeof received);
     listener = UniqueFd(received);
@@ -182,7 +181,8 @@ void CheckInjection(int listener, const DeviceNodes& nodes) {
   seccomp_notif_addfd addition{};
   addition.flags = SECCOMP_ADDFD_FLAG_SEND;
   addition.srcfd = static_cast<uint32_t>(opened.get());
-  if (ioctl(listener, SECCOMP_IOCTL_NOTIF_ADDFD, &addition) < 0 && errno != ENOENT) {
+  ioctl(listener, SECCOMP_IOCTL_NOTIF_ADDFD, &addition);
+  if (errno != ENOENT) {
     FailStart("cannot inject a descriptor into a supervised process", errno,
               "it takes Linux 5.14 or later");
   }

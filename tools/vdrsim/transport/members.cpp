@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <string_view>
 #include <utility>
 
@@ -19,7 +18,7 @@ namespace {
 
 constexpr std::string_view kFilters = "Seccomp_filters:";
 
-// Hands each number of a file of numbers to `use`.
+// Hands each number of a file to `use`, in which each has a space behind it.
 template <typename Use>
 void ForEachNumber(int file, const Use& use) {
   std::array<char, 4096> buffer;
@@ -28,10 +27,10 @@ void ForEachNumber(int file, const Use& use) {
   ssize_t length = 0;
   while ((length = pread(file, buffer.data(), buffer.size(), offset)) > 0) {
     for (const char character : std::string_view(buffer.data(), static_cast<size_t>(length))) {
-      if (character >= '0' && character <= '9') {
-        number = number * 10 + (character - '0');
-      } else if (number != 0) {
+      if (character == ' ') {
         use(std::exchange(number, 0));
+      } else {
+        number = number * 10 + (character - '0');
       }
     }
     offset += length;
@@ -58,7 +57,7 @@ Members::Found Members::Find() const {
     const StatusFile status = StatusFile::Of(child);
     if (!status) {
       found.isComplete &= errno == ENOENT;
-    } else if (status.Number(kFilters).value_or(0) > ownFilters_) {
+    } else if (status.Number(kFilters) > ownFilters_) {
       found.processes.push_back(child);
     }
   });

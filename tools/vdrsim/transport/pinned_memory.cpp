@@ -55,15 +55,9 @@ bool PinnedMemory::IsWritable(uint64_t address, uint64_t length) const {
 }
 
 bool PinnedMemory::Write(uint64_t address, std::span<const std::byte> bytes) const {
-  if (!IsWritable(address, bytes.size())) return false;
-  while (!bytes.empty()) {
-    const ssize_t written =
-        pwrite(bytes_.get(), bytes.data(), bytes.size(), static_cast<off_t>(address));
-    if (written <= 0) return false;
-    address += static_cast<uint64_t>(written);
-    bytes = bytes.subspan(static_cast<size_t>(written));
-  }
-  return true;
+  return IsWritable(address, bytes.size()) &&
+         pwrite(bytes_.get(), bytes.data(), bytes.size(), static_cast<off_t>(address)) ==
+             static_cast<ssize_t>(bytes.size());
 }
 
 }  // namespace vdrsim

@@ -19,7 +19,7 @@ bool IsIgnored(int signal) {
 bool IsOwn(int signal) {
   constexpr int kOwn[] = {SIGKILL, SIGSTOP, SIGSEGV, SIGBUS, SIGFPE,
                           SIGILL,  SIGTRAP, SIGSYS,  SIGABRT};
-  return std::ranges::find(kOwn, signal) != std::end(kOwn) || signal == SIGCHLD;
+  return std::ranges::find(kOwn, signal) != std::end(kOwn);
 }
 
 }  // namespace
@@ -55,7 +55,6 @@ std::optional<signalfd_siginfo> RunSignals::Next() const {
 }
 
 void RunSignals::Stop() const {
-  if (IsIgnored(SIGTSTP)) return;
   sigset_t stop;
   sigemptyset(&stop);
   sigaddset(&stop, SIGTSTP);

@@ -24,7 +24,7 @@ class RunSignals {
   std::optional<signalfd_siginfo> Next() const;
 
   // Stops this process, as its process group may be stopped by a key of the terminal, until it is
-  // told to go on. Does nothing where nobody controls jobs.
+  // told to go on. Does nothing where that is ignored.
   void Stop() const;
 
  private:

@@ -92,7 +92,7 @@ void Supervisor::TakeSignal(const signalfd_siginfo& signal) {
 // Tells whether a signal that came to this process came to the command as well, as keys of the
 // terminal do and whatever else is sent to a process group.
 bool Supervisor::ReachedCommand(int signal) const {
-  return witness_.Got(signal) && !commandEnded_ && getpgid(launched_.command) == getpgrp();
+  return witness_.Got(signal) && getpgid(launched_.command) == getpgrp();
 }
 
 void Supervisor::Reap() {
