@@ -59,6 +59,8 @@ wrong 'vdrctl instance set' '--text: the text is 19 bytes long, and at most 18 a
   instance set edge-1 --text 1234567890123456789
 
 expect 0 "vdrctl $version" '' "$vdrctl" --version
+expect 0 "vdrctl $version" '' "$vdrctl" -V
+expect 0 "vdrctl $version" '' "$vdrctl" instance show -V
 
 # help USAGE LINE ARGUMENTS...: help on standard output that holds both lines.
 help() {
@@ -120,6 +122,33 @@ wrong 'vdrctl schema' "there is no command 'lif'" schema lif
 wrong 'vdrctl schema' "'vdrctl lif set' prints no JSON" schema lif set
 wrong 'vdrctl schema' "'vdrctl commands' prints no JSON" schema commands
 wrong 'vdrctl batch' "a file of commands can't be watched" batch /dev/null --watch 1
+
+# An option of all commands is one before the command too, but for what only begins like one.
+wrong vdrctl "'vdrctl' is not a complete command" --columns
+wrong vdrctl "'vdrctl' is not a complete command" --columns name
+wrong vdrctl "'vdrctl' is not a complete command" --columns=name
+wrong vdrctl "'vdrctl' has no '--columnsx' (did you mean '--columns'?)" --columnsx name instance list
+wrong vdrctl "'vdrctl' has no '--colunms=a' (did you mean '--columns'?)" --colunms=a instance list
+wrong vdrctl "'vdrctl' has no '--json=yes'" --json=yes instance list
+wrong vdrctl "'vdrctl' has no '-x'" -x instance list
+wrong vdrctl "'vdrctl' has no '-'" - instance list
+wrong vdrctl "'vdrctl' has no ''" '' instance list
+wrong 'vdrctl instance list' "'vdrctl instance list' has no option '--jsno' (did you mean '--json'?)" \
+  instance list --jsno
+wrong 'vdrctl policy count' \
+  'this command prints no records, so there are no columns to choose' policy count 1 --columns help
+wrong 'vdrctl instance list' "'vdrctl instance list' has no option '-x'" instance list -x
+wrong 'vdrctl instance show' "'vdrctl instance show' takes no further argument: '--'" \
+  instance show edge-1 -- --
+wrong 'vdrctl instance show' "'vdrctl instance show' takes no further argument: 'help'" \
+  instance show -- edge-1 help
+wrong 'vdrctl instance show' "'vdrctl instance show' takes no further argument: '--json'" \
+  instance show edge-1 -- --json
+wrong 'vdrctl instance show' "'--columns' is given twice" \
+  --columns a instance show --columns=b edge-1
+wrong 'vdrctl instance list' "'--no-header' is given twice" --no-header instance list --no-header
+expect 2 '' '{"status":2,"error":{"message":"INSTANCE is required","hint":"Try '"'vdrctl instance show --help'"'"}}' \
+  "$vdrctl" instance -j show
 
 # A synonym stands for a verb of the object, and for no other.
 wrong 'vdrctl log-level' "'vdrctl log-level' has no 'rm'" log-level rm
