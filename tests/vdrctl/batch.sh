@@ -71,6 +71,11 @@ expect 2 '' "vdrctl: $file:1: a character is missing behind the last backslash" 
 "$vdrctl" batch "$file" 2>"$room/err"
 expect_line "vdrctl: $file:20: 'vdrctl' has no 'x'" "$room/err"
 expect_line "vdrctl: $file: 3 more lines are wrong" "$room/err"
+{ i=0 && while [ $i -lt 20 ]; do i=$((i + 1)) && echo x; done; } >"$file"
+"$vdrctl" batch "$file" 2>"$room/told"
+expect_line "vdrctl: $file:20: 'vdrctl' has no 'x'" "$room/told"
+expect 0 "Try 'vdrctl --help'" '' tail -n 1 "$room/told"
+printf 'x\nx\nx\n' >>"$file"
 "$vdrctl" --json batch "$file" 2>"$room/err"
 expect_line '{"status":2,"error":{"place":"'"$file"'","message":"3 more lines are wrong"}}' "$room/err"
 
@@ -84,6 +89,41 @@ printf 'schema lif\nlog-level get\n' >"$file"
 expect 2 4 "vdrctl: $file:1: there is no command 'lif'
 Try 'vdrctl schema --help'
 vdrctl: $file: 1 done, 1 failed, 0 not tried" "$vdrctl" batch "$file" --keep-going
+
+# Little is read of a short file, and not much is made room for. Sanitizers can't start so.
+with_little_memory() { (ulimit -v 100000 && "$vdrctl" "$@"); }
+if with_little_memory --version >"$room/out" 2>&1; then
+  expect 0 '' '' with_little_memory batch /dev/null --dry-run
+fi
+
+# Nothing that a line opened stays open.
+{
+  i=0 && while [ $i -lt 20 ]; do
+    i=$((i + 1))
+    printf 'instance delete nope\ncommand 9 --capacity 4 --output %s\ncommand 10 --input %s\n' \
+      "$room/reply" "$room/reply"
+  done
+} >"$file"
+with_few_descriptors() { (ulimit -n 12 && "$vdrctl" "$@"); }
+if with_few_descriptors --version >"$room/out" 2>&1; then
+  with_few_descriptors batch "$file" --keep-going 2>"$room/told"
+  expect 0 "vdrctl: $file: 40 done, 20 failed, 0 not tried" '' tail -n 1 "$room/told"
+fi
+
+# What is printed goes out on the way: the last command waits until somebody has read what is before.
+mkfifo "$room/answer"
+{
+  i=0 && while [ $i -lt 1000 ]; do i=$((i + 1)) && echo 'command 9 --capacity 4'; done
+  printf 'policy set 1 --answer %s\n' "$room/answer"
+} >"$file"
+read_on_the_way() {
+  "$vdrctl" batch "$file" | {
+    head -c 65536 >"$room/read"
+    cat "$room/answer" - >>"$room/read"
+    wc -c <"$room/read"
+  }
+}
+expect 0 66088 "vdrctl: $file: 1001 done, 0 failed, 0 not tried" read_on_the_way
 
 # Columns are for all lines that print something, and are looked at beforehand too.
 printf 'log-level set 5\ninstance list\nlog-level get\nbridge list\n' >"$file"

@@ -18,6 +18,9 @@ unknown delete
 expect 1 '' 'vdrctl: instance tune edge-1 mtu 5: No such file or directory (ENOENT)' \
   "$vdrctl" instance tune edge-1 mtu 5
 expect 1 '' "vdrctl: instance show '': Invalid argument (EINVAL)" "$vdrctl" instance show ''
+# Only what is not there is no failure of a deletion.
+expect 1 '' "vdrctl: instance delete '': Invalid argument (EINVAL)" \
+  "$vdrctl" instance delete '' --if-exists
 # The device may get any descriptor, the first one too.
 without_input() { "$vdrctl" "$@" <&-; }
 expect 1 '' 'vdrctl: instance delete edge-1: No such file or directory (ENOENT)' \

@@ -13,14 +13,14 @@ cat >"$file" <<'END'
   "word68": {"name": "state", "form": "flags", "flags": {"up": 1, "ready": 2}},
   "byte72": {"name": "active", "form": "boolean"},
   "word399": {"name": "mask", "form": "hex"},
-  "words431[1]": "second"}}}
+  "words431[1]": "second", "words431[3]": {"name": "fourth_0-Z", "form": "hex"}}}}
 END
 expect 0 'name    address  state   active  text73  text329  mask  word568
 edge-1  4.3.2.1  up 0x4  yes     -       -         0x0        0' '' \
   "$vdrctl" instance list --names "$file"
-expect 0 '[{"address":"4.3.2.1","state":["up","0x4"],"active":true,"mask":0,"second":0,"words431[2]":0}]' '' \
-  "$vdrctl" --names="$file" -j instance list --columns 'address,state,active,mask,second,words431[2]'
-expect 2 '' "vdrctl: no column 'word64'; there are name, address, state, active, text73, text329, address393, mask, word403, word407, byte411, half412, byte416, byte417, bytes418, words431[0], second, words431[2], words431[3], address447, byte453, half454, byte456, text457, half521, bytes523, word563, byte567, word568, word572, byte576
+expect 0 '[{"address":"4.3.2.1","state":["up","0x4"],"active":true,"mask":0,"second":0,"words431[2]":0,"fourth_0-Z":0}]' '' \
+  "$vdrctl" --names="$file" -j instance list --columns 'address,state,active,mask,second,words431[2],fourth_0-Z'
+expect 2 '' "vdrctl: no column 'word64'; there are name, address, state, active, text73, text329, address393, mask, word403, word407, byte411, half412, byte416, byte417, bytes418, words431[0], second, words431[2], fourth_0-Z, address447, byte453, half454, byte456, text457, half521, bytes523, word563, byte567, word568, word572, byte576
 Try 'vdrctl instance list --help'" "$vdrctl" --names="$file" instance list --columns word64
 
 # The file of the user is found: in a folder that is named from the root, else in the usual one.
@@ -34,6 +34,28 @@ expect 0 '[{"usual":"4.3.2.1"}]' '' at_home usual
 unset XDG_CONFIG_HOME
 expect 0 '[{"usual":"4.3.2.1"}]' '' at_home usual
 export XDG_CONFIG_HOME="$room/config"
+
+# A home is asked for where it is named from the root; without one there are the names of the host.
+unset XDG_CONFIG_HOME
+usual_of_nobody() { (cd "$room" && unset HOME && "$vdrctl" -j instance list --columns word64); }
+usual_of_relative() { (cd "$room" && HOME=home "$vdrctl" -j instance list --columns word64); }
+if [ ! -e /etc/vdrzax/names.json ]; then
+  expect 0 '[{"word64":16909060}]' '' usual_of_nobody
+  expect 0 '[{"word64":16909060}]' '' usual_of_relative
+fi
+export XDG_CONFIG_HOME="$room/config"
+
+# It is read for records alone; one that is named is read in any case.
+echo '[]' >"$XDG_CONFIG_HOME/vdrzax/names.json"
+complaint="vdrctl: $XDG_CONFIG_HOME/vdrzax/names.json: /: is not an object"
+expect 0 0 '' "$vdrctl" log-level get
+expect 2 '' "$complaint" "$vdrctl" instance list
+expect 2 '' "vdrctl: $XDG_CONFIG_HOME/vdrzax/names.json: /: is not an object" \
+  "$vdrctl" log-level get --names "$XDG_CONFIG_HOME/vdrzax/names.json"
+in_batch() { printf '%s\n' "$@" | "$vdrctl" batch - --dry-run; }
+expect 0 '' '' in_batch 'log-level get' 'log-level set 1'
+expect 2 '' "$complaint" in_batch 'log-level get' 'instance list'
+expect 2 '' "$complaint" in_batch 'instance list' 'log-level get'
 rm -r "$XDG_CONFIG_HOME"
 
 # Each form is shown on every kind of field that it fits.

@@ -34,6 +34,11 @@ expect_bytes '' "$room/reply"
 "$vdrctl" command 9 --capacity 4 --output - >"$room/piped"
 expect_bytes 03000000 "$room/piped"
 
+# The file may get any descriptor, the first one too.
+without_input() { "$vdrctl" "$@" <&-; }
+expect 0 '' '' without_input command 9 --capacity 4 --output "$room/first"
+expect_bytes 03000000 "$room/first"
+
 # A command whose reply nobody could have is not sent.
 expect 1 '' "vdrctl: $room/none/reply: No such file or directory (ENOENT)" \
   "$vdrctl" command 10 --value 7 --output "$room/none/reply"
@@ -85,6 +90,19 @@ with_little_memory() { (ulimit -v 1000000 && "$vdrctl" "$@"); }
 if with_little_memory --version >"$room/out" 2>&1; then
   expect 1 '' 'vdrctl: command 9: Cannot allocate memory (ENOMEM)' \
     with_little_memory command 9 --capacity 4294967295
+fi
+
+# Neither for tables of a fixed size, or a whole file of commands.
+for kilobytes in 10000 12000 14000 16000; do
+  with_less_memory() { (ulimit -v $kilobytes && "$vdrctl" "$@"); }
+  with_less_memory --version >"$room/out" 2>&1 && break
+done
+if with_less_memory --version >"$room/out" 2>&1; then
+  expect 1 '' 'vdrctl: arp list edge-1: Cannot allocate memory (ENOMEM)' \
+    with_less_memory arp list edge-1
+  expect 1 '' 'vdrctl: bridge-endpoint list: Cannot allocate memory (ENOMEM)' \
+    with_less_memory bridge-endpoint list
+  expect 1 '' 'vdrctl: memory: Cannot allocate memory (ENOMEM)' with_less_memory batch /dev/zero
 fi
 
 # A reply beyond the buffer of a stream fails before the file is closed.

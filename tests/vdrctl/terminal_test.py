@@ -56,13 +56,13 @@ class Utf8(unittest.TestCase):
 
 
 class Progress(unittest.TestCase):
-    """A file of commands whose first waits until somebody reads its answer."""
+    """A file of commands whose first fails and whose second waits until somebody reads its answer."""
 
     def run_batch(self, runner):
         with tempfile.TemporaryDirectory() as folder:
             os.mkfifo(f"{folder}/answer")
             with open(f"{folder}/commands", "w", encoding="ascii") as file:
-                file.write(f"policy set 1 --answer {folder}/answer\nlog-level set 1\n")
+                file.write(f"instance delete x\npolicy set 1 --answer {folder}/answer\nlog-level set 1\n")
 
             def read_late():
                 time.sleep(1.2)
@@ -70,18 +70,20 @@ class Progress(unittest.TestCase):
                     answer.read()
             reader = threading.Thread(target=read_late)
             reader.start()
-            result = runner(f'"$0" batch {folder}/commands')
+            result = runner(f'"$0" batch --keep-going {folder}/commands')
             reader.join()
-            return result, f"vdrctl: {folder}/commands: 2 done, 0 failed, 0 not tried\n".encode()
+            said = f"vdrctl: {folder}/commands"
+            return (result, f"{said}:1: instance delete x: No such file or directory (ENOENT)\n".encode(),
+                    f"{said}: 2 done, 1 failed, 0 not tried\n".encode())
 
     def test_is_shown_on_a_terminal_after_a_second_and_taken_away(self):
-        (shown, status), summary = self.run_batch(on_terminal)
-        self.assertEqual(shown, b"\r\x1b[K[" + b"=" * 20 + b" " * 20 + b"] 1/2\r\x1b[K" + summary)
-        self.assertEqual(status, 0)
+        (shown, status), failure, summary = self.run_batch(on_terminal)
+        self.assertEqual(shown, failure + b"\r\x1b[K[" + b"=" * 26 + b" " * 14 + b"] 2/3\r\x1b[K" + summary)
+        self.assertEqual(status, 1)
 
     def test_is_not_shown_elsewhere(self):
-        run, summary = self.run_batch(elsewhere)
-        self.assertEqual((run.returncode, run.stdout, run.stderr), (0, b"", summary))
+        run, failure, summary = self.run_batch(elsewhere)
+        self.assertEqual((run.returncode, run.stdout, run.stderr), (1, b"", failure + summary))
 
 
 class Pipes(unittest.TestCase):

@@ -72,8 +72,12 @@ class Elsewhere(unittest.TestCase):
 
     def test_turns_are_an_interval_apart_whatever_part_of_a_second_that_is(self):
         begin = time.monotonic()
-        run = in_run(UNTIL_LINES + "watch 3 --json --watch 0.6 log-level get")
-        self.assertGreaterEqual(time.monotonic() - begin, 1.2, run.stdout)
+        run = in_run(UNTIL_LINES + "watch 3 --json --watch 0.9 log-level get")
+        self.assertGreaterEqual(time.monotonic() - begin, 1.8, run.stdout)
+
+    def test_turns_are_a_day_apart_at_most(self):
+        run = in_run(UNTIL_LINES + "watch 1 --watch 86400 log-level get")
+        self.assertEqual(run.stdout, "0\nended by 143\n")
 
     def test_a_command_that_fails_ends_it(self):
         run = in_run('"$0" --watch 0.1 instance show edge-1')
@@ -81,16 +85,18 @@ class Elsewhere(unittest.TestCase):
         self.assertEqual(run.stderr, "vdrctl: instance show edge-1: No such file or directory (ENOENT)\n")
 
     def test_the_interval_is_looked_at_first(self):
-        for wrong in ("", "0", "0.05", "x", "1s", "-1", "nan", "86401"):
+        for wrong in ("", "0", "0.05", "0.099", "x", "1s", "-1", "nan", "inf", "86400.1", "86401"):
             run = in_run(f'"$0" --watch={wrong} log-level get')
             self.assertEqual(run.returncode, 2, wrong)
             self.assertEqual(run.stdout, "")
-            self.assertIn(f"--watch: '{wrong}' is not a number of seconds from 0.1 to 86400", run.stderr)
+            self.assertEqual(run.stderr, f"vdrctl: --watch: '{wrong}' is not a number of seconds "
+                             "from 0.1 to 86400\nTry 'vdrctl --help'\n")
 
 
 class OnATerminal(unittest.TestCase):
-    def watch(self, *arguments, end, before=":", lines=24, columns=80):
-        """What the terminal gets, and the status as wait() has it."""
+    def watch(self, *arguments, end, turn=b"\x1b[H", before=":", lines=24, columns=80):
+        """What the terminal gets, and the status as wait() has it. It is ended by keys, typed in the
+        second turn."""
         child, terminal = pty.fork()
         if child == 0:
             fcntl.ioctl(0, termios.TIOCSWINSZ, struct.pack("HHHH", lines, columns, 0, 0))
@@ -104,7 +110,7 @@ class OnATerminal(unittest.TestCase):
             except OSError:
                 break
             shown += part
-            if end and not typed and shown.count(b"\x1b[H") >= 2:
+            if end and not typed and shown.count(turn) >= 2:
                 os.write(terminal, end)
                 typed = True
         os.close(terminal)
@@ -112,8 +118,9 @@ class OnATerminal(unittest.TestCase):
 
     def test_each_turn_replaces_the_last_and_the_screen_comes_back(self):
         shown, status = self.watch("--watch", "0.1", "instance", "list", "--columns", "name", end=b"\x03")
-        self.assertTrue(shown.startswith(b"\x1b[?1049h\x1b[?25l\x1b[Hname\x1b[K\r\n\x1b[J"), shown)
-        self.assertTrue(shown.replace(b"^C", b"").endswith(b"\x1b[?25h\x1b[?1049l"), shown)
+        turn = b"\x1b[Hname\x1b[K\r\n\x1b[J"
+        self.assertEqual(shown.replace(b"^C", b""), b"\x1b[?1049h\x1b[?25l" + turn * shown.count(turn) +
+                         b"\x1b[?25h\x1b[?1049l")
         self.assertEqual(os.WTERMSIG(status), signal.SIGINT)
 
     def test_an_error_is_told_on_the_screen_that_stays(self):
@@ -148,8 +155,9 @@ class OnATerminal(unittest.TestCase):
         self.assertTrue(screen[-1].startswith("\x1b[J2 more lines"), screen)
 
     def test_json_stays_lines_there_too(self):
-        shown, _ = self.watch("--json", "instance", "list", end=b"")
-        self.assertEqual(shown, b"[]\r\n")
+        shown, status = self.watch("--json", "--watch", "0.1", "instance", "list", end=b"\x03", turn=b"\n")
+        self.assertEqual(shown.replace(b"^C", b""), b"[]\r\n" * shown.count(b"\n"))
+        self.assertEqual(os.WTERMSIG(status), signal.SIGINT)
 
 
 if __name__ == "__main__":
