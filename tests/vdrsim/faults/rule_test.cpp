@@ -55,6 +55,7 @@ TEST(Rule, IsForACode) {
   EXPECT_EQ(CodesOf("19"), std::set<uint32_t>{19});
   EXPECT_EQ(CodesOf("0x13"), std::set<uint32_t>{19});
   EXPECT_EQ(CodesOf("200"), std::set<uint32_t>{200}) << "that no command has";
+  EXPECT_EQ(CodesOf("255"), std::set<uint32_t>{255}) << "the last one";
 }
 
 TEST(Rule, IsForAFamily) {

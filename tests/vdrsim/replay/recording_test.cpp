@@ -29,6 +29,13 @@ std::string Line(const std::string& members) {
 }
 const std::string kRest = "\"errno\":\"ENOENT\",\"length\":5,\"produced\":2";
 
+// Objects in one another.
+std::string Nested(int depth) {
+  std::string value = "{}";
+  while (--depth > 0) value = "{\"a\":" + value + "}";
+  return value;
+}
+
 // Why a recording is refused, empty when it is not.
 std::string Refusal(const Folder& folder, const std::string& content) {
   const std::string path = folder.Path("file");
@@ -67,6 +74,68 @@ TEST(Recording, KnowsWhatStandsWhere) {
   EXPECT_EQ(output[0], std::byte{0xff});
 }
 
+// A member that every command has.
+std::string Member(const std::string& name) {
+  const std::pair<std::string, std::string> values[] = {
+      {"node", "\"normal\""}, {"code", "9"},     {"input", "\"\""},
+      {"capacity", "4"},      {"errno", "4095"}, {"length", "4294967295"},
+      {"produced", "0"}};
+  std::string members;
+  for (const auto& [member, value] : values) {
+    if (member != name) members.append(",\"").append(member).append("\":").append(value);
+  }
+  return members;
+}
+
+TEST(Recording, NeedsEveryMemberOfACommand) {
+  const Folder folder;
+  EXPECT_EQ(Refusal(folder, kBeginning + "{\"seq\":1" + Member("") + "}\n" + kEnd), "");
+  for (const std::string name :
+       {"node", "code", "input", "capacity", "errno", "length", "produced"}) {
+    EXPECT_EQ(Refusal(folder, kBeginning + "{\"seq\":1" + Member(name) + "}\n" + kEnd),
+              ":2: the member " + name + " is missing");
+  }
+}
+
+TEST(Recording, TakesJsonAsOthersWriteIt) {
+  const Folder folder;
+  const std::string path = folder.Path("file");
+  Write(path,
+        "\t{ \"x\\\\\\\"\" :\t[ ] ,\r\"version\" : 1 , \"y\" : {}, \"format\" : \"vdrsim-journal\" "
+        "} \t\r\n"
+        "\r{\t\"seq\" : 1" +
+            Member("") + ",\"a\":[0,9,az,AZ,1e+0,-1.5E9,\"\\\"]\",{}]\t,\"output\":\"\"\r}\r\n" +
+            kEnd);
+  const Recording recording(path);
+  ASSERT_EQ(recording.commands().size(), 1U);
+  EXPECT_EQ(recording.commands()[0].node, vdrsim::Node::Normal);
+  EXPECT_EQ(recording.commands()[0].error, 4095);
+  EXPECT_EQ(recording.commands()[0].length, 4294967295);
+}
+
+TEST(Recording, ReadsAllDigits) {
+  const Folder folder;
+  const std::string path = folder.Path("file");
+  const std::string line =
+      "{\"seq\":1" + Member("input") + ",\"input\":\"0123456789abcdefABCDEF\"}\n";
+  const std::string content = kBeginning + line + kEnd;
+  Write(path, content);
+  const Recording recording(path);
+  const vdrsim::Recorded& command = recording.commands()[0];
+  const uint8_t bytes[] = {0x01, 0x23, 0x45, 0x67, 0x89, 0xab, 0xcd, 0xef, 0xab, 0xcd, 0xef};
+  const auto expected = std::as_bytes(std::span(bytes));
+  EXPECT_EQ(recording.Input(command), wire::Bytes(expected.begin(), expected.end()));
+  // What became something else meanwhile is no digit any more, wherever it stands.
+  for (const char other : {'/', ':', '@', 'G', '`', 'g', '\0', '\xff'}) {
+    for (const size_t place : {0, 1, 21}) {
+      std::string changed = content;
+      changed[changed.find("0123456789abc") + place] = other;
+      Write(path, changed);
+      EXPECT_EQ(recording.Input(command), std::nullopt) << other << place;
+    }
+  }
+}
+
 TEST(Recording, MarksAreNoCommands) {
   const Folder folder;
   const std::string path = folder.Path("file");
@@ -97,7 +166,6 @@ TEST(Recording, WhatIsWrongIsSaidWithItsLine) {
       {kBeginning + "{\"seq\":2}\n", ":2: seq 1 was to come"},
       {kBeginning + "{\"mark\":\"x\"}\n", ":2: seq 1 was to come"},
       {kBeginning + "{\"seq\":1}\n", ":2: the member node is missing"},
-      {kBeginning + Line("\"errno\":0,\"length\":5"), ":2: the member produced is missing"},
       {kBeginning + Line("\"errno\":0,\"length\":4294967296"), ":2: a number is beyond 4294967295"},
       {kBeginning + Line("\"errno\":4096"), ":2: a number is beyond 4095"},
       {kBeginning + Line("\"errno\":\"EWHAT\""), ":2: errno has no name EWHAT"},
@@ -107,10 +175,28 @@ TEST(Recording, WhatIsWrongIsSaidWithItsLine) {
       {kBeginning + Line("\"input\":0"), ":2: '\"' is missing"},
       {kBeginning + Line(kRest + ",\"output\":\"00\""),
        ":2: output has 1 bytes, and produced says 2"},
-      {kBeginning + Line("\"x\":" + std::string(40, '[')), ":2: values are nested too deep"},
+      {kBeginning + Line("\"x\":" + std::string(34, '[')), ":2: values are nested too deep"},
+      {kBeginning + Line("\"x\":" + Nested(33)), ":2: the member errno is missing"},
+      {kBeginning + Line("\"x\":" + Nested(34)), ":2: values are nested too deep"},
+      {kBeginning + Line("\"x\":@"), ":2: a value is missing"},
+      {kBeginning + Line("\"x\":`"), ":2: a value is missing"},
+      {kBeginning + Line("\"x\":_"), ":2: a value is missing"},
+      {kBeginning + Line("\"x\":/"), ":2: a value is missing"},
+      {kBeginning + Line("\"x\"::"), ":2: a value is missing"},
+      {kBeginning + Line("\"x\":~"), ":2: a value is missing"},
       {kBeginning + Line("\"x\":?"), ":2: a value is missing"},
       {kBeginning + Line("\"x\":[1 2]"), ":2: ']' is missing"},
-      {kBeginning + Line("\"" + std::string(300, 'n') + "\":1"), ":2: a text is too long"},
+      {kBeginning + Line("\"" + std::string(257, 'n') + "\":1"), ":2: a text is too long"},
+      {kBeginning + Line("\"" + std::string(256, 'n') + "\":1"), ":2: the member errno is missing"},
+      {kBeginning + "{\"seq\":18446744073709551615}\n", ":2: seq 1 was to come"},
+      {kBeginning + "{\"seq\":18446744073709551616}\n",
+       ":2: a number is beyond 18446744073709551615"},
+      {kBeginning + "{\"end\":18446744073709551620}\n",
+       ":2: a number is beyond 18446744073709551615"},
+      {kBeginning + "{\"end\":0", ":2: the file ends within the line: it was cut"},
+      {kBeginning + "{\"end\":0}", ":2: the file ends within the line: it was cut"},
+      {"{\"format\":\"vdrsim-journal\",\"version\":4294967297}\n",
+       ":1: a number is beyond 4294967295"},
       {kBeginning + "{\"x\":\"", ":2: the file ends within the line: it was cut"},
       {kBeginning + "{\"x\":\"\n", ":2: the line ends within a text"},
   };
@@ -138,6 +224,7 @@ void ExpectCutRefused(const Folder& folder, const std::string& whole, size_t at)
   const auto line = 1 + std::ranges::count(cut, '\n');
   const std::string refusal = Refusal(folder, cut);
   EXPECT_EQ(refusal.substr(0, refusal.find(' ')), ":" + std::to_string(line) + ":") << at;
+  EXPECT_TRUE(at == 0 || refusal.ends_with(": it was cut")) << refusal;
 }
 
 TEST(Recording, IsRefusedWhereverItWasCut) {
@@ -171,6 +258,7 @@ TEST(Recording, AFileThatCannotBeReadIsRefused) {
   EXPECT_EQ(refusal(missing), missing + ": No such file or directory");
   EXPECT_EQ(refusal("/proc"), "/proc: Is a directory");
   EXPECT_EQ(refusal("/dev/null"), "/dev/null: not a plain file");
+  EXPECT_EQ(refusal("/proc/self/mem"), "/proc/self/mem: Input/output error");
 }
 
 TEST(Recording, AFileThatWasCutMeanwhileIsSeen) {

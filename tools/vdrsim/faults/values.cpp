@@ -26,14 +26,14 @@ constexpr std::chrono::hours kLongestDelay{24};
 // Cuts off the digits at the front.
 uint64_t TakeCount(const RulePart& part, std::string_view& rest) {
   const size_t length = std::min(rest.find_first_not_of("0123456789"), rest.size());
-  const auto number = ParseDigits<uint64_t>(rest.substr(0, length), 10);
-  if (!number || *number == 0) {
+  const uint64_t number = ParseDigits<uint64_t>(rest.substr(0, length), 10).value_or(0);
+  if (number == 0) {
     part.At(rest).Refuse(
         "here belongs a number of 1 or more: when=3, when=2..4, when=3+, when=1+2 (the first and "
         "every second behind it), when=2..8+2");
   }
   rest.remove_prefix(length);
-  return *number;
+  return number;
 }
 
 }  // namespace
@@ -51,11 +51,11 @@ int ReadErrno(const RulePart& part) {
 }
 
 uint32_t ReadLength(const RulePart& part) {
-  const auto length = tools::ParseNumber(part.text);
-  if (!length || *length > std::numeric_limits<uint32_t>::max()) {
+  const uint64_t length = tools::ParseNumber(part.text).value_or(UINT64_MAX);
+  if (length > std::numeric_limits<uint32_t>::max()) {
     part.Refuse("it takes a number of bytes, of 32 bits");
   }
-  return static_cast<uint32_t>(*length);
+  return static_cast<uint32_t>(length);
 }
 
 std::chrono::nanoseconds ReadTime(const RulePart& part) {

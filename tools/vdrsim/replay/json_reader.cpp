@@ -94,7 +94,7 @@ uint64_t JsonReader::Number(uint64_t most) {
   if (character < '0' || character > '9') Fail("a number is missing");
   for (; character >= '0' && character <= '9'; character = file_.Peek()) {
     const auto digit = static_cast<uint64_t>(character - '0');
-    if (digit > most || number > (most - digit) / 10) {
+    if (number > (most - digit) / 10) {
       Fail(fmt::format("a number is beyond {}", most));
     }
     number = number * 10 + digit;

@@ -50,7 +50,7 @@ class JsonReader {
   void EndOfLine();
 
   std::string Text();
-  uint64_t Number(uint64_t most);
+  uint64_t Number(uint64_t most);  // `most` has more than one digit
   HexPlace Hex();
   bool IsText() { return Next() == '"'; }
 

@@ -46,7 +46,6 @@ class Recording {
  private:
   void ReadBeginning(JsonReader& reader);
   bool ReadLine(JsonReader& reader);
-  void Add(const JsonReader& reader, const Recorded& command);
 
   FileBytes file_;
   std::vector<Recorded> commands_{};
