@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <utility>
 
 #include "caller.h"
 #include "wire.h"
@@ -23,12 +24,12 @@ using wire::Wire;
 constexpr size_t kRoom = 100;  // where the reply goes
 constexpr uint32_t kCapacity = 6;
 
-// A reply of five bytes, two at most at once. Some of them may be missing.
+// A reply of five bytes, two at most at once. Another number may be promised than there are.
 class Pieces final : public vdrsim::Reply::Source {
  public:
-  explicit Pieces(size_t left = 5) : left_(left) {}
+  explicit Pieces(size_t left = 5, uint32_t promised = 5) : left_(left), promised_(promised) {}
 
-  uint32_t Prepare() override { return 5; }
+  uint32_t Prepare() override { return promised_; }
 
   std::span<const std::byte> Next() noexcept override {
     static const std::array kBytes{std::byte{0x11}, std::byte{0x11}};
@@ -39,6 +40,7 @@ class Pieces final : public vdrsim::Reply::Source {
 
  private:
   size_t left_;
+  uint32_t promised_;
 };
 
 // A caller with an envelope at the beginning of a page and room for a reply behind it.
@@ -52,6 +54,12 @@ class Envelope : public testing::Test {
 
   Wire Expected(uint32_t replyLength) const {
     return Wire(24).U32(0, 5).U64(4, 77).U32(12, replyLength).U64(16, page_.Address(kRoom));
+  }
+
+  int Deliver(std::unique_ptr<Pieces> pieces) {
+    vdrsim::Answer answer{.reply = vdrsim::Reply(std::move(pieces))};
+    answer.reply.Prepare();
+    return envelope_.Deliver(answer);
   }
 
   int Deliver(uint32_t size, std::optional<uint32_t> claimed = {}) {
@@ -88,9 +96,7 @@ TEST_F(Envelope, ChangesInItsLengthAlone) {
 }
 
 TEST_F(Envelope, TakesAReplyInPieces) {
-  vdrsim::Answer answer{.reply = vdrsim::Reply(std::make_unique<Pieces>())};
-  answer.reply.Prepare();
-  EXPECT_EQ(envelope_.Deliver(answer), 0);
+  EXPECT_EQ(Deliver(std::make_unique<Pieces>()), 0);
   ExpectChanged(5, 5);
 }
 
@@ -116,10 +122,13 @@ TEST_F(Envelope, IsAskedWithoutAChange) {
 
 // A device may have written before its caller was gone.
 TEST_F(Envelope, TellsOfAReplyThatEndsTooEarly) {
-  vdrsim::Answer answer{.reply = vdrsim::Reply(std::make_unique<Pieces>(3))};
-  answer.reply.Prepare();
-  EXPECT_EQ(envelope_.Deliver(answer), EFAULT);
+  EXPECT_EQ(Deliver(std::make_unique<Pieces>(3)), EFAULT);
   ExpectChanged(kCapacity, 3);
+}
+
+TEST_F(Envelope, IsNeverWrittenBeyondWhatWasPromised) {
+  EXPECT_EQ(Deliver(std::make_unique<Pieces>(4, 3)), 0);
+  ExpectChanged(3, 3);
 }
 
 // What a command leaves as it is was written when it was judged, and need not be written any more.

@@ -181,8 +181,7 @@ void CheckInjection(int listener, const DeviceNodes& nodes) {
   seccomp_notif_addfd addition{};
   addition.flags = SECCOMP_ADDFD_FLAG_SEND;
   addition.srcfd = static_cast<uint32_t>(opened.get());
-  ioctl(listener, SECCOMP_IOCTL_NOTIF_ADDFD, &addition);
-  if (errno != ENOENT) {
+  if (ioctl(listener, SECCOMP_IOCTL_NOTIF_ADDFD, &addition) < 0 && errno != ENOENT) {
     FailStart("cannot inject a descriptor into a supervised process", errno,
               "it takes Linux 5.14 or later");
   }
