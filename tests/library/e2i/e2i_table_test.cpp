@@ -58,7 +58,7 @@ void ExpectTable(uint32_t count) {
   steps.emplace_back("free(212996)");
   EXPECT_EQ(device.steps, steps);
   EXPECT_EQ(CountOf(table), static_cast<int32_t>(count));
-  EXPECT_BYTES(wire::BytesOf(EntriesOf(table), 26 * count),
+  EXPECT_BYTES(wire::BytesOf(EntriesOf(table), size_t{26} * count),
                fake::Bytes(reply.begin() + 4, reply.end()));
   VDRZAX_ReleaseE2ITable(table);
   EXPECT_EQ(device.Live(), std::vector<std::size_t>{});

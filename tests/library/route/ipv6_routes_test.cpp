@@ -124,12 +124,12 @@ void ExpectOutOfMemoryBeforeTheTable(const fake::Device& device, const Read& rea
 void ExpectTableOf(uint32_t capacity, uint32_t routes) {
   SCOPED_TRACE(routes);
   fake::Device device;
-  Script(device, routes, {.bytes = wire::Pattern(2 * 776)});
+  Script(device, routes, {.bytes = wire::Pattern(2UL * 776)});
   const Read read = ReadTable();
   EXPECT_EQ(read.result, 0);
   EXPECT_EQ(read.error, contract::kUntouched);
   EXPECT_EQ(read.count, 2u);
-  EXPECT_BYTES(wire::BytesOf(read.table, 2 * 776), wire::Pattern(2 * 776));
+  EXPECT_BYTES(wire::BytesOf(read.table, 2UL * 776), wire::Pattern(2UL * 776));
   EXPECT_EQ(device.steps,
             (Steps{"open64", "ioctl", "close", "malloc(" + std::to_string(capacity) + ")", "open64",
                    "ioctl", "close"}));

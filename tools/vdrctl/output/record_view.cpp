@@ -17,9 +17,10 @@ bool NamesAnElement(const FieldNames& names, std::string_view record, const Fiel
   return false;
 }
 
-void AddMember(RecordView& view, std::string usual, const Field& field, const FieldNames* names) {
+void AddMember(RecordView& view, const std::string& usual, const Field& field,
+               const FieldNames* names) {
   const FieldName* own = names ? names->Find(view.name, usual) : nullptr;
-  Member member{own ? own->name : std::move(usual), field};
+  Member member{own ? own->name : usual, field};
   if (own) {
     member.dress = own->dress;
     member.flags = own->flags;
