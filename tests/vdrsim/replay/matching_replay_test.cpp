@@ -42,10 +42,11 @@ TEST_F(MatchingReplays, EachRequestIsAnsweredByItsMatchAndTheLastOneRepeats) {
   const Recording recording(Write(folder_, {{9, {}, 4, Gave(4, "01000000")},
                                             {1, Block("a").bytes(), 577, Failed("ENOENT", 577)},
                                             {9, {}, 4, Gave(4, "02000000")},
+                                            {9, {}, 4, Gave(4, "03000000")},
                                             {1, Block("b").bytes(), 577, Gave(2, "aabb")}}));
   MatchingReplay replay(recording);
   EXPECT_EQ(Execute(replay, 1, Block("b"), 577).reply.size(), 2U);
-  for (const uint32_t level : {1U, 2U, 2U, 2U}) {
+  for (const uint32_t level : {1U, 2U, 3U, 3U, 3U}) {
     EXPECT_EQ(Execute(replay, 9, {}, 4).WordAt(0), level);
   }
   EXPECT_EQ(Execute(replay, 1, Block("a"), 577).error, ENOENT);
@@ -136,7 +137,8 @@ TEST_F(MatchingReplays, CodesAndNodesAreToldApart) {
   replay_test::Write(path, content);
   const Recording recording(path);
   MatchingReplay replay(recording);
-  for (uint32_t code = 200; code < 210; ++code) {
+  for (uint32_t time = 0; time < 20; ++time) {
+    const uint32_t code = 200 + time / 2;
     EXPECT_EQ(Ask(replay, vdrsim::Node::Upgrade, code, {}, 9).claimed, code + 1000);
     EXPECT_EQ(Ask(replay, vdrsim::Node::Normal, code, {}, 9).claimed, code);
   }

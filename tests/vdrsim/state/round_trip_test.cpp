@@ -1,11 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstdio>
+#include <memory>
 #include <string>
 
 #include "datapath/datapath.h"
 #include "documents.h"
 #include "full_state.h"
 #include "in_process.h"
+#include "state/state_reader.h"
 #include "state/state_writer.h"
 
 namespace {
@@ -93,6 +97,89 @@ TEST(StateDocument, HoldsAllBytesOfARelayServer) {
     });
   });
   EXPECT_TRUE(Load(Save(state)) == state);
+}
+
+TEST(StateDocument, WritesAddressesAsPeopleDo) {
+  const std::string document = With(R"("instances": {"i": {"lifs": {"l": {
+      "addresses": [{"address": "1.1.1.1"}, {"address": "101:101::"}, {"address": "1::"},
+                    {"address": "0:0:1::"}, {"address": "0:0:0:0:1::"}, {"address": "::1"},
+                    {"address": "1.1.1.2"}],
+      "relayServers": [{"address": "10.0.0.1"}, {"address": "2001:0DB8::0001"},
+                       {"address": "0A000001000000000000000000000001"},
+                       {"address": "0a000001000000000000000000000000"},
+                       {"address": "2001:0db8:0000:0000:000:000:00:1"}]}}}})");
+  EXPECT_EQ(Save(Load(document)), R"({
+  "format_version": 1,
+  "instances": {
+    "i": {
+      "lifs": {
+        "l": {
+          "addresses": [
+            {"address": "1.1.1.1"},
+            {"address": "101:101::"},
+            {"address": "1::"},
+            {"address": "0:0:1::"},
+            {"address": "::1:0:0:0"},
+            {"address": "::1"},
+            {"address": "1.1.1.2"}
+          ],
+          "relayServers": [
+            {"address": "10.0.0.1"},
+            {"address": "2001:db8::1"},
+            {"address": "0a000001000000000000000000000001"},
+            {"address": "10.0.0.1"},
+            {"address": "2001:db8::1"}
+          ]
+        }
+      }
+    }
+  }
+}
+)");
+}
+
+TEST(StateDocument, HoldsTheLeastAndTheMostOfEachNumber) {
+  for (
+      const char* members :
+      {R"("instances": {"i": {"second": 4294967295, "flag": 255, "mcastRouting": {"value3": 65535}}})",
+       R"("instances": {"i": {"policies": [{"type": -2147483648}, {"type": 2147483647}]}})",
+       R"("softRss": {"r": {"qword0": 18446744073709551615, "entryCount": 128}})"}) {
+    const std::string document = Save(Load(With(members)));
+    for (const char* number : {"4294967295", "255", "65535", "-2147483648", "2147483647",
+                               "18446744073709551615", "128"}) {
+      const bool isThere = std::string_view(members).find(number) != std::string_view::npos;
+      EXPECT_EQ(document.find(number) != std::string::npos, isThere) << number;
+    }
+  }
+}
+
+// A stream that gives a text, and then an error.
+std::string ComplaintOfStream(std::string text) {
+  const auto read = [](void* cookie, char* bytes, size_t size) -> ssize_t {
+    auto& left = *static_cast<std::string*>(cookie);
+    if (left.empty()) {
+      errno = EIO;
+      return -1;
+    }
+    const size_t count = left.copy(bytes, size);
+    left.erase(0, count);
+    return static_cast<ssize_t>(count);
+  };
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(
+      fopencookie(&text, "r", {.read = read, .write = nullptr, .seek = nullptr, .close = nullptr}),
+      std::fclose);
+  try {
+    vdrsim::ReadState(stream.get(), "host\n.json");
+    return "";
+  } catch (const vdrsim::StateFailure& failure) {
+    return failure.what();
+  }
+}
+
+TEST(StateDocument, OfAStreamThatFailsIsRefusedWhereverItFails) {
+  for (const std::string text : {"", "{", "{\"format_version\": 1}", "{\"format_version\": 1} "}) {
+    EXPECT_EQ(ComplaintOfStream(text), "host\\x0a.json: Input/output error") << text;
+  }
 }
 
 // A caller without the library can leave out terminators.

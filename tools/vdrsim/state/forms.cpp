@@ -78,7 +78,7 @@ int64_t TakeSigned(const Token& token, int64_t least, int64_t most) {
   const auto* number = std::get_if<uint64_t>(&token);
   if (number && *number <= static_cast<uint64_t>(most)) return static_cast<int64_t>(*number);
   const auto* negative = std::get_if<int64_t>(&token);
-  if (negative && *negative >= least && *negative <= most) return *negative;
+  if (negative && *negative >= least) return *negative;
   Refuse(token, fmt::format("a whole number of {} to {}", least, most));
 }
 
@@ -178,8 +178,7 @@ void PutIpv6(const IpAddress& address, std::string& out) { PutIp(AF_INET6, addre
 void LongIpv4::Put(const Value& value, std::string& out) { PutIp(AF_INET, value.data(), out); }
 
 void LongIpv4::Take(const Token& token, Value& value) {
-  value = {};
-  std::ranges::copy(TakeIpv4(token), value.begin());
+  value = IpAddressOf(WordOf(TakeIpv4(token)), 0);
 }
 
 std::string IpSchema(bool takesIpv4, bool takesIpv6) {

@@ -183,10 +183,9 @@ class Reader {
 
   bool parse_error(size_t, const std::string&, const nlohmann::json::exception& error) {
     const std::string_view text = error.what();
-    const size_t start = text.find("] ");
-    throw StateFailure(fmt::format(
-        "{}: {}", tools::Printable(name_),
-        tools::Printable(start == std::string_view::npos ? text : text.substr(start + 2))));
+    // Behind the name of the exception in brackets.
+    throw StateFailure(fmt::format("{}: {}", tools::Printable(name_),
+                                   tools::Printable(text.substr(text.find("] ") + 2))));
   }
 
  private:
@@ -285,7 +284,6 @@ State ReadState(std::FILE* stream, std::string_view name) {
     throw StateFailure(fmt::format("{}: {}", tools::Printable(name), std::strerror(errno)));
   };
   try {
-    errno = 0;
     State state = Read(stream, name);
     refuseUnread();
     return state;

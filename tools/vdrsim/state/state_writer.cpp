@@ -102,8 +102,7 @@ void StateWriter::PutValue(const Shape& shape, const void* value) {
   if (std::holds_alternative<const Struct*>(shape))
     return PutObject(&kNothing, nullptr, shape, value);
   const Collection& collection = *std::get<const Collection*>(shape);
-  auto cursor =
-      instances_ && levels_.size() == 1 && !value ? std::move(instances_) : collection.walk(value);
+  auto cursor = value ? collection.walk(value) : std::move(instances_);
   const bool isOnOneLine = !collection.name && !collection.key && IsScalar(collection.element);
   Open(collection.name ? '{' : '[', {Elements{&collection, std::move(cursor)}, isOnOneLine});
 }
