@@ -73,17 +73,20 @@ TEST(Escapes, StandForBytes) {
 }
 
 TEST(Suggestions, AreForASlipOfTheHandAlone) {
-  constexpr std::array<std::string_view, 3> kWords{"delete", "set", "resolve"};
+  constexpr std::array<std::string_view, 4> kWords{"delete", "set", "resolve", "allow"};
   for (const char* slip : {"delte", "deletee", "delfte", "deelte", "dleete", "DElete"}) {
     EXPECT_EQ(Suggestion(slip, kWords), " (did you mean 'delete'?)") << slip;
   }
   EXPECT_EQ(Suggestion("est", kWords), " (did you mean 'set'?)");
-  EXPECT_EQ(Suggestion("st", kWords), " (did you mean 'set'?)");
+  for (const char* slip : {"st", "sett", "sxt"}) {
+    EXPECT_EQ(Suggestion(slip, kWords), " (did you mean 'set'?)") << slip;
+  }
   EXPECT_EQ(Suggestion("rsolv", kWords), "");
   EXPECT_EQ(Suggestion("resolv", kWords), " (did you mean 'resolve'?)");
-  for (const char* other : {"", "x", "list", "tes", "del-all"}) {
+  for (const char* other : {"", "x", "list", "tes", "del-all", "sxy", "sxe", "stx", "lalwo"}) {
     EXPECT_EQ(Suggestion(other, kWords), "") << other;
   }
+  EXPECT_EQ(Suggestion("lalow", kWords), " (did you mean 'allow'?)");
   EXPECT_EQ(Suggestion("set", {}), "");
 }
 

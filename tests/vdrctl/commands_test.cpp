@@ -4,6 +4,8 @@
 #include <vdrzax/instance.h>
 #include <vdrzax/services.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <string>
@@ -27,6 +29,7 @@ struct Kernel {
   int releasedLists = 0;
   int releasedRecords = 0;
   uint32_t capacity = 0;
+  int error = EIO;  // what stands in errno behind it; 0 leaves it alone
 };
 Kernel kernel;
 
@@ -50,7 +53,7 @@ int VDRZAX_GetInstances(const char* /*name*/, uint8_t filter, RecordList** out) 
   list.count = 2;
   list.entries = records;
   *out = &list;
-  errno = EIO;
+  if (kernel.error != 0) errno = kernel.error;
   return kernel.result;
 }
 
@@ -185,6 +188,9 @@ bool IsTextToAFunction(const vdrctl::Parameter& parameter) {
          parameter.kind == Kind::Choice;
 }
 
+constexpr std::array<uint64_t, 5> kLimitsOfTypes{UINT8_MAX, UINT16_MAX, INT32_MAX, UINT32_MAX,
+                                                 UINT64_MAX};
+
 TEST(Rows, TakeTheirParametersAndNoOthers) {
   for (const vdrctl::Family* family : vdrctl::kFamilies) {
     for (const vdrctl::Command& command : family->commands) {
@@ -198,6 +204,14 @@ TEST(Rows, TakeTheirParametersAndNoOthers) {
         const bool isSixteenBits =
             right.kind == vdrctl::Parameter::Kind::Number && right.limit == UINT16_MAX;
         if (isSixteenBits) continue;
+        for (const uint64_t limit : kLimitsOfTypes) {
+          const bool isOfAType =
+              std::ranges::find(kLimitsOfTypes, right.limit) != kLimitsOfTypes.end();
+          if (right.kind != vdrctl::Parameter::Kind::Number || !isOfAType) continue;
+          other = vdrctl::Number(right.name, limit, right.meaning);
+          EXPECT_EQ(command.handler.Takes(others), limit == right.limit)
+              << command.summary << limit;
+        }
         other = vdrctl::NumberOf<uint16_t>(right.name, right.meaning);
         EXPECT_FALSE(command.handler.Takes(others)) << command.summary << ' ' << right.name;
         other = vdrctl::Text(right.name, right.limit, right.meaning);
@@ -223,6 +237,20 @@ TEST(Reading, GivesARecordBackOnce) {
   kernel = {};
   EXPECT_EQ(CarryOut({"--json", "instance", "show", "edge-1"}).result, 0);
   EXPECT_EQ(kernel.releasedRecords, 1);
+}
+
+// One getter says so of a list that it could not decode, or had no memory for, by errno alone.
+TEST(Reading, FailsWhenAListIsGoneThoughItWasRead) {
+  for (const int error : {EBADMSG, ENOMEM}) {
+    kernel = {.error = error};
+    EXPECT_EQ(CarryOut({"instance", "list"}).result, -1);
+    EXPECT_EQ(errno, error);
+    EXPECT_EQ(kernel.releasedLists, 0);
+    kernel = {.error = 0};
+    errno = error;
+    EXPECT_EQ(CarryOut({"instance", "list"}).result, 0);
+    EXPECT_EQ(kernel.releasedLists, 1);
+  }
 }
 
 // What a failed getter leaves behind must not be touched.

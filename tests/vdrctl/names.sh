@@ -130,6 +130,12 @@ in_record "/word64/flags/a,b: a name is of 1 to 63 letters, digits, '_' and '-'"
   '{"word64":{"name":"x","form":"flags","flags":{"a,b":1}}}'
 in_record "/word64: 'flags' and the form 'flags' go together" '{"word64":{"name":"x","flags":{"a":1}}}'
 in_record "/words431[4]: the record has no field of this name (did you mean 'words431[0]'?)" '{"words431[4]":"x"}'
+# Elements have names in rows of several numbers alone, and what is skipped is not shown at all.
+in_record "/byte72[0]: the record has no field of this name (did you mean 'byte72'?)" '{"byte72[0]":"x"}'
+wrong "/records/RouteRecord/nextHops[0]: the record has no field of this name (did you mean 'nextHops'?)" \
+  '{"format":1,"records":{"RouteRecord":{"nextHops[0]":"x"}}}'
+wrong "/records/BridgeClusterRecord/skipped64: the record has no field of this name" \
+  '{"format":1,"records":{"BridgeClusterRecord":{"skipped64":"x"}}}'
 expect 1 '' "vdrctl: $room/none: No such file or directory (ENOENT)" \
   "$vdrctl" --names "$room/none" instance list
 

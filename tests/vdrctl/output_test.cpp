@@ -316,6 +316,11 @@ TEST(Changes, AreOfCountersAloneAndASecond) {
                          R"("differences":{"alone":7,"slots9":[256,0]},)"
                          R"("rates":{"alone":2.800000,"slots9":[102.400000,0.000000]}})"
                          "\n");
+  Writer fast;
+  vdrctl::PutJsonChanges(fast, members, before.data(), now.data(), 0.5);
+  EXPECT_NE(fast.text().find(R"("rates":{"alone":14.000000,"slots9":[512.000000,0.000000]}})"),
+            std::string::npos)
+      << fast.text();
   Writer still;
   vdrctl::PutJsonChanges(still, members, before.data(), now.data(), 0);
   EXPECT_NE(still.text().find(R"("rates":{"alone":0.000000,"slots9":[0.000000,0.000000]}})"),
@@ -370,7 +375,10 @@ class Dressed : public testing::Test {
     names_.Add("Sub", "state", {"is", Dress::Flags, {{1, "up"}, {2, "ready"}}});
     names_.Add("Dressed", "split[1]", {"middle", Dress::Hex});
     std::iota(record_.begin(), record_.begin() + 62, uint8_t{0xc2});
-    std::memcpy(&record_[62], "a\xff\0b\xab\xcd", 6);
+    std::memcpy(&record_[62],
+                "a\xff"
+                "bc\xab\xcd",
+                6);
     const uint8_t rest[] = {0x07, 0x10, 2,    0,    9, 1, 0x0a, 0xff,        // flags to hexes
                             0,    1,    2,    3,    0, 4, 4,    5,    6, 2,  // subs and their count
                             1,    0,    0x34, 0x12, 3, 0};                   // split
@@ -401,7 +409,7 @@ TEST_F(Dressed, RecordsAreALineAField) {
             "my-four     230.231.232.233\n"
             "my-sixteen  eaeb:eced:eeef:f0f1:f2f3:f4f5:f6f7:f8f9\n"
             "my-six      fa:fb:fc:fd:fe:ff\n"
-            "my-text     a\\xff\n"
+            "my-text     a\\xffbc\n"
             "plain       abcd\n"
             "my-flags    both up 0x1000\n"
             "my-yes      yes\n"
@@ -422,7 +430,7 @@ TEST_F(Dressed, RecordsAreAJsonObject) {
       R"("my-ipv4s":["206.207.208.209","210.211.212.213"],)"
       R"("my-ipv6":"d6d7:d8d9:dadb:dcdd:dedf:e0e1:e2e3:e4e5","my-four":"230.231.232.233",)"
       R"("my-sixteen":"eaeb:eced:eeef:f0f1:f2f3:f4f5:f6f7:f8f9","my-six":"fa:fb:fc:fd:fe:ff",)"
-      R"("my-text":"a\\xff","my-textEscaped":true,"plain":"abcd",)"
+      R"("my-text":"a\\xffbc","my-textEscaped":true,"plain":"abcd",)"
       R"("my-flags":["both","up","0x1000"],"my-yes":true,"my-no":false,"my-counter":265,)"
       R"("my-hexes":[10,255],)"
       R"("subs":[{"is":[],"twice":[1,2]},{"is":["up","ready"],"twice":[0,4]}],"subCount":2,)"
@@ -442,7 +450,7 @@ TEST_F(Dressed, NumbersAreAtTheRightAndAllElseIsAtTheLeft) {
   EXPECT_EQ(
       Table({"my-hexes", "middle", "subs", "split[2]", "my-text", "split[0]"}),
       "my-hexes  middle  subs                                      split[2]  my-text  split[0]\n"
-      "0xa 0xff  0x1234  {is=- twice=1 2} {is=up ready twice=0 4}         3  a\\xff           "
+      "0xa 0xff  0x1234  {is=- twice=1 2} {is=up ready twice=0 4}         3  a\\xffbc         "
       "1\n"
       "0x0 0x0      0x0  -                                                0  -               "
       "0\n");
@@ -653,6 +661,14 @@ TEST_F(Parts, GoOutOnceTheyAreWorthAWrite) {
   EXPECT_EQ(Arrived().size(), 65536U);
   writer_.Finish();
   EXPECT_EQ(Arrived(), std::string(65535, 'a') + "bcd");
+}
+
+TEST(Writers, KeepAllWithoutAStream) {
+  Writer writer;
+  writer.Fill(70'000, 'a');
+  writer.Part();
+  writer.Finish();
+  EXPECT_EQ(writer.text(), std::string(70'000, 'a'));
 }
 
 TEST_F(Parts, OfALongListAreNotKept) {

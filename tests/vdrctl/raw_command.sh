@@ -39,6 +39,10 @@ without_input() { "$vdrctl" "$@" <&-; }
 expect 0 '' '' without_input command 9 --capacity 4 --output "$room/first"
 expect_bytes 03000000 "$room/first"
 
+# It is for everybody whom the operator's mask lets.
+unmasked() { (umask 0 && "$vdrctl" command 9 --capacity 4 --output "$room/open" && stat -c %a "$room/open"); }
+expect 0 666 '' unmasked
+
 # A command whose reply nobody could have is not sent.
 expect 1 '' "vdrctl: $room/none/reply: No such file or directory (ENOENT)" \
   "$vdrctl" command 10 --value 7 --output "$room/none/reply"

@@ -31,7 +31,7 @@ struct Argument {
   static Type From(const Parameter& parameter, const char* value) {
     if (!value) return Type{};
     if (parameter.kind == Kind::Ipv4) return static_cast<Type>(*ParseIpv4(value));
-    if (parameter.kind == Kind::Switch) return parameter.IsFlag() || *ParseSwitch(value) ? 1 : 0;
+    if (parameter.kind == Kind::Switch) return static_cast<Type>(*ParseSwitch(value));
     return static_cast<Type>(*ParseNumber(value));
   }
 
