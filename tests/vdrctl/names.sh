@@ -58,6 +58,11 @@ expect 2 '' "$complaint" in_batch 'log-level get' 'instance list'
 expect 2 '' "$complaint" in_batch 'instance list' 'log-level get'
 rm -r "$XDG_CONFIG_HOME"
 
+# One name is enough for the elements of a row to stand apart.
+echo '{"format":1,"records":{"InstanceRecord":{"words431[0]":"first"}}}' >"$file"
+expect 0 '[{"first":0,"words431[3]":0}]' '' \
+  "$vdrctl" --names "$file" -j instance list --columns 'first,words431[3]'
+
 # Each form is shown on every kind of field that it fits.
 "$vdrctl" multicast local-receiver add edge-1 239.1.2.3 r1
 cat >"$file" <<'END'

@@ -53,9 +53,9 @@ bool LocaleIsUtf8() {
   return utf8;
 }
 
-// Columns of a character that a terminal shows; 0 for all that a reader would not see.
+// Columns of a character that a terminal shows; none above 0 for all that a reader would not see.
 int Columns(char32_t character) {
-  return LocaleIsUtf8() ? std::max(wcwidth(static_cast<wchar_t>(character)), 0) : 0;
+  return LocaleIsUtf8() ? wcwidth(static_cast<wchar_t>(character)) : 0;
 }
 
 std::size_t WidthOf(const Character& character) {
