@@ -70,6 +70,14 @@ TEST(Calls, ByDefaultOnlyOpensForReadingAndWritingAreHeldUp) {
   ExpectSuccess(Supervised({kClient, "check", "held-up"}));
 }
 
+TEST(Calls, AnInputThatThereIsNoMemoryForFails) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  GTEST_SKIP() << "the sanitizer takes more addresses than that";
+#endif
+  ExpectSuccess(
+      Execute({"prlimit", "--as=1500000000", kVdrsim, "run", "--", kClient, "check", "too-large"}));
+}
+
 TEST(Calls, ACommandOfAProgramThatCannotBeLookedAtIsRefused) {
   std::vector<std::string> arguments = {kVdrsim, "run", "--", kClient, "check", "hidden"};
   if (geteuid() == 0) {
@@ -80,11 +88,20 @@ TEST(Calls, ACommandOfAProgramThatCannotBeLookedAtIsRefused) {
   ExpectSuccess(Execute(arguments));
 }
 
+// Where what may not be looked at seems not to be there.
+TEST(Calls, ACommandOfAProgramThatIsHiddenIsRefused) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can hide processes";
+  ExpectSuccess(Execute({"unshare", "-m", "sh", "-c",
+                         "mount -o remount,hidepid=2 /proc && exec setpriv --reuid=65534 "
+                         "--regid=65534 --clear-groups -- vdrsim run -- $CLIENT check hidden"}));
+}
+
 TEST(Calls, WhatLinuxWouldAnswerForAPlainFileIsNoRequestOfTheDevice) {
   ExpectSuccess(Supervised({kClient, "check", "plain-file-requests"}));
 }
 
-// A name space of mounts in which the host has a node, which is the null device by its number.
+// A name space of mounts in which the host has the nodes, which are the null and the zero device by
+// their numbers.
 Result WithRealDevice(const std::vector<std::string>& arguments) {
   std::vector<std::string> all = {
       "unshare",
@@ -95,6 +112,7 @@ Result WithRealDevice(const std::vector<std::string>& arguments) {
       "for name in *; do case $name in mnt | qorv) ;; *) if [ -L $name ]; then cp -P $name /mnt; "
       "elif [ -d $name ]; then mkdir /mnt/$name; mount --rbind $name /mnt/$name; fi ;; esac; done; "
       "folder=/mnt/qorv/devices/char/zaxdriver; mkdir -p $folder; mknod $folder/ryn_vdr c 1 3; "
+      "mknod $folder/ryn_vdr_ugrade c 1 5; "
       "exec chroot /mnt \"$@\"",
       "sh"};
   all.insert(all.end(), arguments.begin(), arguments.end());

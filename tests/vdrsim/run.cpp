@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <system_error>
 
 namespace run {
@@ -31,6 +33,15 @@ void SetEnvironment() {
   }
   setenv("PATH", (path + std::getenv("PATH")).c_str(), 1);
   setenv("CLIENT", std::filesystem::path(kClient).filename().c_str(), 1);
+}
+
+bool HasPendingSignals(const std::string& process) {
+  std::ifstream status("/proc/" + process + "/status");
+  std::string line;
+  while (std::getline(status, line)) {
+    if (line.starts_with("ShdPnd:")) return line.find_first_not_of("ShdPn:\t0") != line.npos;
+  }
+  return false;
 }
 
 }  // namespace
@@ -80,6 +91,26 @@ void Program::Type(const std::string& text) const {
 void Program::Signal(int number) const { kill(process_, number); }
 
 void Program::SignalGroup(int number) const { kill(-process_, number); }
+
+void Program::Queue(int number, int value) const {
+  sigqueue(process_, number, {.sival_int = value});
+}
+
+void Program::AwaitSignalsTaken() const {
+  const std::string number = std::to_string(process_);
+  std::ifstream children("/proc/" + number + "/task/" + number + "/children");
+  std::vector<std::string> all = {number};
+  all.insert(all.end(), std::istream_iterator<std::string>(children), {});
+  for (const std::string& process : all) {
+    while (HasPendingSignals(process)) {
+    }
+  }
+}
+
+void Program::AwaitEnd() const {
+  siginfo_t end{};
+  waitid(P_PID, static_cast<id_t>(process_), &end, WEXITED | WNOWAIT);
+}
 
 void Program::CloseInput() {
   if (input_ >= 0) close(input_);

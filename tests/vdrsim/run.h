@@ -35,6 +35,9 @@ class Program {
   void Type(const std::string& text) const;
   void Signal(int number) const;
   void SignalGroup(int number) const;
+  void Queue(int number, int value) const;
+  void AwaitSignalsTaken() const;  // by it and then by its children
+  void AwaitEnd() const;  // with its input open
   void CloseInput();
   Result Finish();
 

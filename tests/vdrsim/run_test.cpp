@@ -144,7 +144,11 @@ TEST(Run, WithoutProcIsRefused) {
       "vdrsim: cannot look at /proc/self: No such file or directory (/proc must be mounted)\n");
 }
 
-TEST(Run, TellsTheCommandThatItIsInARun) { ExpectSuccess(SupervisedLine("echo $VDRSIM"), "1\n"); }
+TEST(Run, TellsTheCommandThatItIsInARun) {
+  ExpectSuccess(SupervisedLine("echo $VDRSIM"), "1\n");
+  ExpectSuccess(Execute({"env", "VDRSIM=0", kVdrsim, "run", "--", "sh", "-c", "echo $VDRSIM"}),
+                "1\n");
+}
 
 TEST(Run, RestsWhileNobodyCallsIt) {
   ExpectSuccess(SupervisedLine("for look in $(seq 1000); do if grep -q '^State:.S' "
@@ -156,6 +160,19 @@ TEST(Run, HasAWitnessBesideItThatIsKnownByItsName) {
   ExpectSuccess(SupervisedLine("for child in $(cat /proc/$PPID/task/$PPID/children); do "
                                "cat /proc/$child/comm; done"),
                 "vdrsim-witness\nsh\n");
+}
+
+TEST(Run, ItsWitnessHoldsNothingThatOthersWaitFor) {
+  ExpectSuccess(SupervisedLine("for child in $(cat /proc/$PPID/task/$PPID/children); do "
+                               "if [ $child != $$ ]; then ls /proc/$child/fd; "
+                               "readlink /proc/$child/cwd; fi; done"),
+                "0\n/\n");
+}
+
+TEST(Run, FillsNoPlaceThatIsTaken) {
+  const std::string others =
+      Execute({"sh", "-c", "readlink /proc/$$/fd/* | grep -c /dev/null; true"}).output;
+  ExpectSuccess(SupervisedLine("readlink /proc/$PPID/fd/* | grep -c /dev/null; true"), others);
 }
 
 TEST(Run, LeavesClosedWhatWasClosed) {
@@ -207,7 +224,25 @@ TEST(Run, SaysWhatTheKernelOrAContainerWithholds) {
       // A kernel that can inject a descriptor but not answer with it.
       {{"ioctl", "22", "1", "0xffffffff", "0x40182103"},
        "vdrsim: cannot inject a descriptor into a supervised process: Invalid argument (it takes"},
+      // What a filter can notify of, alone.
+      {{"seccomp", "38", "0", "0xffffffff", "3"},
+       "vdrsim: cannot supervise system calls: Function not implemented (it takes"},
       {{"memfd_create", "38"}, "vdrsim: cannot create a memory file: Function not implemented\n"},
+      // The file for the filter, which has no flag but that it closes.
+      {{"memfd_create", "38", "1", "0xffffffff", "1"},
+       "vdrsim: cannot create a memory file: Function not implemented\n"},
+      // To open the memory files anew, for reading and writing.
+      {{"openat", "13", "2", "0xffffffff", "0x80002"},
+       "vdrsim: cannot open a memory file anew through /proc/self/fd: Permission denied\n"},
+      // To read a file from its beginning, as that of this process's own status.
+      {{"pread64", "1", "3", "0xffffffffffffffff", "0"},
+       "vdrsim: cannot look at the children of this process: Function not implemented (it takes "
+       "Linux 5.14 or later with CONFIG_SECCOMP_FILTER)\n"},
+      // A thread, and no copy of the process.
+      {{"clone3", "11"}, "vdrsim: cannot start a thread: Resource temporarily unavailable\n"},
+      // What the child does first ends it.
+      {{"prctl", "0", "0", "0xffffffff", "38"},
+       "vdrsim: the process that was to become the command ended before it could\n"},
       // The sealing of a file.
       {{"fcntl", "1", "1", "0xffffffff", "1033"},
        "vdrsim: cannot seal a memory file: Operation not permitted\n"},
@@ -235,6 +270,8 @@ TEST(Run, WorksOnAKernelThatKnowsLess) {
   const std::vector<std::vector<std::string>> missing = {
       // The flag that makes waiting callers deaf to signals.
       {"seccomp", "22", "1", "0x20", "0x20"},
+      // The flag for files that nobody executes.
+      {"memfd_create", "22", "1", "0x8", "0x8"},
       // The request for waking up in step.
       {"ioctl", "22", "1", "0xffffffff", "0x40082104"},
       // The question of what is mapped and may be written.

@@ -15,6 +15,7 @@ using run::kClient;
 using run::kVdrsim;
 using run::Program;
 using run::Result;
+using run::SupervisedLine;
 
 // The sleep in the background ignores interrupts, as every shell starts it.
 TEST(Signals, EndsWithItsProcessGroup) {
@@ -76,14 +77,32 @@ TEST(Signals, EndsProcessesThatWouldOutliveACommandThatWasStopped) {
   EXPECT_TRUE(result.leftNobody);
 }
 
+// They concern neither the command nor what it leaves behind.
 TEST(Signals, LeavesASignalIgnoredThatWasIgnored) {
-  Program program(
-      {"sh", "-c", "trap '' INT HUP; exec vdrsim run -- sh -c 'echo ready; read line; exit 4'"});
+  Program program({"sh", "-c",
+                   "trap '' INT HUP; exec vdrsim run -- sh -c 'echo ready; read line; "
+                   "(while kill -0 $$; do sleep 0.01; done 2>/dev/null; echo left) & exit 4'"});
   program.AwaitOutput("ready\n");
   program.SignalGroup(SIGINT);
   program.Signal(SIGHUP);
   const Result result = program.Finish();
   EXPECT_EQ(result.exitStatus, 4);
+  EXPECT_EQ(result.output, "ready\nleft\n");
+}
+
+// While they are, the kernel keeps no exit status of a child.
+TEST(Signals, LeavesTheEndOfAChildIgnoredThatWasIgnored) {
+  const std::vector<std::string> look = {"env", "--ignore-signal=CHLD", "--block-signal=CHLD"};
+  const auto seen = [&look](std::vector<std::string> command, const std::string& line) {
+    command.insert(command.begin(), look.begin(), look.end());
+    for (const std::string& word : {std::string("sh"), std::string("-c"), line}) {
+      command.push_back(word);
+    }
+    return Execute(command);
+  };
+  const std::string line = "exec grep '^Sig[BI]' /proc/self/status";
+  ExpectSuccess(seen({kVdrsim, "run", "--"}, line), seen({}, line).output);
+  EXPECT_EQ(seen({kVdrsim, "run", "--"}, "exit 5").exitStatus, 5);
 }
 
 TEST(Signals, LeavesASignalBlockedThatWasBlocked) {
@@ -106,6 +125,16 @@ TEST(Signals, LeavesTheCommandASignalBlocked) {
   ExpectSuccess(seen({kVdrsim, "run", "--"}), without.output);
 }
 
+// It tells of a mistake of vdrsim itself, and is nobody else's.
+TEST(Signals, OneOfAMistakeIsNotPassedOn) {
+  for (const int number : {SIGILL, SIGTRAP, SIGSYS, SIGABRT}) {
+    Program program({"sh", "-c", "ulimit -c 0; exec vdrsim run -- sh -c 'echo ready; read line'"});
+    program.AwaitOutput("ready\n");
+    program.Signal(number);
+    EXPECT_EQ(program.Finish().signal, number);
+  }
+}
+
 TEST(Signals, OneForTheProcessGroupArrivesOnce) {
   for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGUSR1, SIGUSR2, SIGRTMAX}) {
     Program program({kVdrsim, "run", "--", kClient, "count", std::to_string(number)});
@@ -113,6 +142,21 @@ TEST(Signals, OneForTheProcessGroupArrivesOnce) {
     program.SignalGroup(number);
     EXPECT_EQ(program.Finish().exitStatus, 1) << number;
   }
+}
+
+// It is not in the group of vdrsim, but what came to that is for it too.
+TEST(Signals, OneForTheProcessGroupArrivesAtACommandWithAGroupOfItsOwn) {
+  Program program({kVdrsim, "run", "--", "setsid", kClient, "count", std::to_string(SIGUSR1)});
+  program.AwaitOutput("ready\n");
+  program.SignalGroup(SIGUSR1);
+  EXPECT_EQ(program.Finish().exitStatus, 1);
+}
+
+TEST(Signals, OneThatBringsAValueArrivesWithIt) {
+  Program program({kVdrsim, "run", "--", kClient, "value", std::to_string(SIGRTMIN)});
+  program.AwaitOutput("ready\n");
+  program.Queue(SIGRTMIN, 0x12345678);
+  ExpectSuccess(program.Finish(), "ready\n12345678\n");
 }
 
 // The command waits by itself: a program that it started would be in the group, and end aloud.
@@ -123,10 +167,16 @@ TEST(Signals, OneForVdrsimAloneArrivesTooAfterOneForTheGroup) {
   program.AwaitOutput("ready\n");
   program.SignalGroup(SIGUSR1);
   program.AwaitOutput("one\n");
+  program.AwaitSignalsTaken();
+  program.Signal(SIGUSR1);
+  program.AwaitOutput("one\none\n");
+  program.AwaitSignalsTaken();
+  program.SignalGroup(SIGUSR1);
+  program.AwaitOutput("one\none\none\n");
   program.Signal(SIGUSR2);
   const Result result = program.Finish();
   EXPECT_EQ(result.exitStatus, 6);
-  EXPECT_EQ(result.output, "ready\none\ntwo\n");
+  EXPECT_EQ(result.output, "ready\none\none\none\ntwo\n");
 }
 
 TEST(Signals, EachOneThatWouldEndVdrsimIsPassedOn) {
@@ -153,6 +203,34 @@ TEST(Signals, AnInterruptThatTheCommandTookDoesNotConcernTheRun) {
   ExpectSuccess(program.Finish(), "ready\ninterrupted\nended\n0\n");
 }
 
+// How a command ends that was told to stop, and whether what it leaves is ended too.
+struct Stop {
+  int signal;
+  int exitStatus;
+  bool endsAll;
+};
+
+TEST(Signals, WhatACommandLeavesEndsWithTheRunThatWasToldToStop) {
+  const Stop stops[] = {{SIGTERM, 0, true},   {SIGHUP, 0, true},     {SIGINT, 130, true},
+                        {SIGQUIT, 131, true}, {SIGINT, 0, false},    {SIGINT, 129, false},
+                        {SIGINT, 131, false}, {SIGQUIT, 130, false}, {SIGQUIT, 3, false},
+                        {SIGUSR1, 138, false}};
+  for (const auto& [signal, exitStatus, endsAll] : stops) {
+    const std::string number = std::to_string(signal);
+    Program program({kVdrsim, "run", "--", "sh", "-c",
+                     "exec 3<&0; { read line <&3; echo left; } & trap 'exit " +
+                         std::to_string(exitStatus) + "' " + number +
+                         "; echo ready; while :; do sleep 0.01; done"});
+    program.AwaitOutput("ready\n");
+    program.Signal(signal);
+    if (endsAll) program.AwaitEnd();
+    const Result result = program.Finish();
+    EXPECT_EQ(result.exitStatus, exitStatus) << number;
+    EXPECT_EQ(result.output, endsAll ? "ready\n" : "ready\nleft\n") << number;
+    EXPECT_TRUE(result.leftNobody) << number;
+  }
+}
+
 TEST(Signals, OneAfterTheCommandEndsWhatItLeft) {
   Program program({kVdrsim, "run", "--", "sh", "-c",
                    "sh -c 'trap \"\" INT; while kill -0 '$$'; do :; done 2>/dev/null; echo left; "
@@ -160,6 +238,20 @@ TEST(Signals, OneAfterTheCommandEndsWhatItLeft) {
   program.AwaitOutput("left\n");
   program.SignalGroup(SIGINT);
   ExpectSuccess(program.Finish(), "left\n");
+}
+
+// Its parent has ended, so that it is a child of vdrsim.
+TEST(Signals, AStopOfWhatTheCommandLeftStopsNothingElse) {
+  const std::string left = "sh -c 'sh -c \"kill -STOP \\$\\$; echo goes on\" >&3 & echo $!'";
+  ExpectSuccess(SupervisedLine("exec 3>&1; " + left +
+                               " | { read pid; until grep -q '^State:.T' /proc/$pid/status; do "
+                               "sleep 0.01; done; $CLIENT level; kill -CONT $pid; }"),
+                "0\ngoes on\n");
+}
+
+// Only who looks at it needs to be told.
+TEST(Signals, ThatARunWaitsIsSaidOnATerminalAlone) {
+  ExpectSuccess(SupervisedLine("(sleep 0.5; echo left) &"), "left\n");
 }
 
 // A shell that controls jobs, on a terminal, in which lines are typed.
@@ -211,9 +303,14 @@ TEST(Terminal, AShellInARunCanBeSuspended) {
 }
 
 TEST(Terminal, ThatARunWaitsForWhatTheCommandLeftIsSaidOnce) {
-  Program terminal(
-      {"script", "-qec", "exec vdrsim run -- sh -c 'sleep 1000 & exit 3'", "/dev/null"});
-  terminal.AwaitOutput("vdrsim: the command has ended; waiting for processes that it left");
+  Program terminal({"script", "-qec",
+                    "exec vdrsim run -- sh -c 'sleep 1000 & (sleep 0.5; echo one has ended) & "
+                    "exit 3'",
+                    "/dev/null"});
+  terminal.AwaitOutput(
+      "vdrsim: the command has ended; waiting for processes that it left "
+      "(Ctrl-C ends them)\r\n");
+  terminal.AwaitOutput("one has ended\r\n");
   terminal.Type("\x03");
   const Result result = terminal.Finish();
   EXPECT_EQ(result.exitStatus, 3);

@@ -7,6 +7,7 @@
 #include <stdlib.h>
 #include <string.h>
 #include <sys/ioctl.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -58,11 +59,18 @@ int check_open_flags(void) {
   EXPECT(ioctl(plain, FIOCLEX) == 0 && fcntl(plain, F_GETFD) == FD_CLOEXEC);
   EXPECT(answers(open(NORMAL_NODE, O_RDWR | O_CREAT | O_TRUNC, 0600)));
   EXPECT(open(NORMAL_NODE, O_RDWR | O_CREAT | O_EXCL, 0600) < 0 && errno == EEXIST);
+  EXPECT(answers(open(NORMAL_NODE, O_RDWR | O_EXCL)));
   EXPECT(open(NORMAL_NODE, O_RDWR | O_DIRECTORY) < 0 && errno == ENOTDIR);
   // A path alone leads to no datapath: it is there only where the host has the true node.
   EXPECT((open(NORMAL_NODE, O_PATH) >= 0) == (faccessat(AT_FDCWD, NORMAL_NODE, F_OK, 0) == 0));
   EXPECT(!isatty(plain) && errno == ENOTTY);
   EXPECT(write(plain, "x", 1) < 0);
+
+  // Nor is it a place for a program, where the kernel can tell.
+  struct stat status;
+  const int kept = memfd_create("other", 8);
+  EXPECT(fstat(plain, &status) == 0 && (kept < 0 || (status.st_mode & 0111) == 0));
+  close(kept);
 
   const struct rlimit few = {.rlim_cur = (rlim_t)plain, .rlim_max = (rlim_t)plain};
   EXPECT(setrlimit(RLIMIT_NOFILE, &few) == 0);
@@ -122,6 +130,10 @@ int check_other_files(void) {
   int block_size = 0;
   EXPECT(ioctl(file, 2, &block_size) == 0 && block_size >= 512);
   EXPECT(ioctl(file, 9, NULL) < 0 && errno == ENOTTY);
+
+  // A node is a file in memory too, but another one.
+  const int memory = memfd_create("other", 0);
+  EXPECT(memory >= 0 && ioctl(memory, 9, NULL) < 0 && errno == ENOTTY);
 
   int ends[2];
   EXPECT(pipe(ends) == 0 && write(ends[1], "12345", 5) == 5);
@@ -222,4 +234,17 @@ int count_signals(int number) {
   EXPECT(sigprocmask(SIG_SETMASK, &before, NULL) == 0);
   usleep(200000);
   return signals;
+}
+
+// Prints the value that a signal brings.
+int print_value(int number) {
+  sigset_t awaited;
+  siginfo_t signal;
+  sigemptyset(&awaited);
+  sigaddset(&awaited, number);
+  EXPECT(sigprocmask(SIG_BLOCK, &awaited, NULL) == 0);
+  EXPECT(write(STDOUT_FILENO, "ready\n", 6) == 6);
+  EXPECT(sigwaitinfo(&awaited, &signal) == number && signal.si_code == SI_QUEUE);
+  printf("%x\n", (unsigned)signal.si_value.sival_int);
+  return 0;
 }

@@ -43,6 +43,7 @@ static int run_check(const char* name) {
                 {"shared-descriptors", check_shared_descriptors},
                 {"other-files", check_other_files},
                 {"malformed", check_malformed},
+                {"too-large", check_too_large},
                 {"threads", check_threads},
                 {"beside-threads", check_beside_threads},
                 {"storm", check_storm},
@@ -61,11 +62,12 @@ static int run_check(const char* name) {
 }
 
 // set NAME SECOND | delete NAME | get NAME | list | level [VALUE] | level-on DESCRIPTOR | check
-// NAME | count SIGNAL
+// NAME | count SIGNAL | value SIGNAL
 int main(int argc, char** argv) {
   const char* verb = argc > 1 ? argv[1] : "";
   if (argc == 3 && strcmp(verb, "check") == 0) return run_check(argv[2]);
   if (argc == 3 && strcmp(verb, "count") == 0) return count_signals(atoi(argv[2]));
+  if (argc == 3 && strcmp(verb, "value") == 0) return print_value(atoi(argv[2]));
   if (argc == 3 && strcmp(verb, "level-on") == 0) return print_log_level(atoi(argv[2]));
 
   const char* node = getenv("USE_UPGRADE_DEV") ? UPGRADE_NODE : NORMAL_NODE;

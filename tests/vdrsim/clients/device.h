@@ -40,6 +40,7 @@ int check_open_flags(void);
 int check_shared_descriptors(void);
 int check_other_files(void);
 int check_malformed(void);
+int check_too_large(void);
 int check_threads(void);
 int check_beside_threads(void);
 int check_storm(void);
@@ -52,3 +53,4 @@ int check_hidden(void);
 int check_beside(void);
 
 int count_signals(int number);
+int print_value(int number);

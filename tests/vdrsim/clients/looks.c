@@ -69,6 +69,8 @@ int check_spellings(void) {
   EXPECT(open("qorv/devices/char/zaxdriver/ryn_vdr", O_RDWR) < 0);
   const int root = open("/", O_RDONLY | O_DIRECTORY);
   EXPECT(answers(openat(root, "qorv/devices/char/zaxdriver/ryn_vdr", O_RDWR)));
+  const struct open_how how = {.flags = O_RDWR};
+  EXPECT(answers((int)syscall(SYS_openat2, root, NORMAL_NODE + 1, &how, sizeof how)));
 #ifdef SYS_creat
   EXPECT(answers((int)syscall(SYS_creat, NORMAL_NODE, 0600)));
 #endif
@@ -89,6 +91,10 @@ int check_held_up(void) {
 }
 
 static void expect_device(const struct stat* status, unsigned node) {
+  struct stat opened;
+  const int device = open(node == 0 ? NORMAL_NODE : UPGRADE_NODE, O_RDWR);
+  EXPECT(fstat(device, &opened) == 0 && opened.st_ino == status->st_ino && close(device) == 0);
+  EXPECT(status->st_nlink == 1 && status->st_dev == opened.st_dev);
   EXPECT(S_ISCHR(status->st_mode) && (status->st_mode & 0777) == 0666 && status->st_size == 0);
   EXPECT(major(status->st_rdev) == 240 && minor(status->st_rdev) == node);
 }
@@ -112,6 +118,7 @@ static void expect_looks(const char* path, unsigned node) {
   EXPECT(S_ISCHR(extended.stx_mode) && (extended.stx_mode & 0777) == 0666);
   EXPECT(extended.stx_rdev_major == 240 && extended.stx_rdev_minor == node);
   EXPECT(extended.stx_nlink == 1 && (extended.stx_mask & STATX_NLINK) != 0);
+  EXPECT(extended.stx_ino != 0);
 
   EXPECT(syscall(SYS_faccessat, AT_FDCWD, path, F_OK) == 0);
   EXPECT(syscall(SYS_faccessat, AT_FDCWD, path, X_OK) < 0 && errno == EACCES);
@@ -120,10 +127,28 @@ static void expect_looks(const char* path, unsigned node) {
   EXPECT(syscall(SYS_faccessat2, AT_FDCWD, path, R_OK, 1 << 30) < 0 && errno == EINVAL);
 }
 
+static void relative_looks(void) {
+  struct stat status;
+  struct statx extended;
+  const int root = open("/", O_RDONLY | O_DIRECTORY);
+  EXPECT(chdir("/usr") == 0);
+  EXPECT(stat(".." UPGRADE_NODE, &status) == 0);
+  expect_device(&status, 1);
+  EXPECT(fstatat(root, UPGRADE_NODE + 1, &status, 0) == 0);
+  expect_device(&status, 1);
+  EXPECT(syscall(SYS_statx, root, UPGRADE_NODE + 1, 0, STATX_BASIC_STATS, &extended) == 0);
+  EXPECT(extended.stx_rdev_major == 240 && extended.stx_rdev_minor == 1);
+  EXPECT(syscall(SYS_faccessat, root, NORMAL_NODE + 1, W_OK) == 0);
+  EXPECT(syscall(SYS_faccessat2, root, NORMAL_NODE + 1, W_OK, 0) == 0);
+  EXPECT(fstatat(AT_FDCWD, NORMAL_NODE + 1, &status, 0) < 0 && errno == ENOENT);
+  close(root);
+}
+
 int check_every_open(void) {
   expect_looks(NORMAL_NODE, 0);
   expect_looks(UPGRADE_NODE, 1);
   expect_looks("/usr/../qorv/devices//char/zaxdriver/ryn_vdr", 0);
+  relative_looks();
   const int reading = open(NORMAL_NODE, O_RDONLY | O_NONBLOCK);
   EXPECT(answers(reading) && (fcntl(reading, F_GETFL) & (O_ACCMODE | O_NONBLOCK)) == O_NONBLOCK);
   const int writing = open(UPGRADE_NODE, O_WRONLY);
@@ -172,11 +197,12 @@ int check_hidden(void) {
   return 0;
 }
 
-// The host's own node is the null device here, which the file on the way is too.
+// The host's own nodes are the null and the zero device here, which files on the way are too.
 int check_beside(void) {
   check_spellings();
   EXPECT(symlink(NORMAL_NODE, "/link") == 0);
-  static const char* const real[] = {"/link", "/dev/null", "/proc/self/root" NORMAL_NODE};
+  static const char* const real[] = {"/link", "/dev/null", "/dev/zero",
+                                     "/proc/self/root" NORMAL_NODE};
   for (size_t i = 0; i < sizeof real / sizeof *real; ++i) {
     const int device = open(real[i], O_RDWR);
     EXPECT(device >= 0 && command(device, 9, NULL) == EACCES);
@@ -184,6 +210,6 @@ int check_beside(void) {
     EXPECT(!isatty(device) && errno == ENOTTY);
   }
   EXPECT(command(open(NORMAL_NODE, O_RDONLY), 2, NULL) == EACCES);
-  EXPECT(command(open("/dev/zero", O_RDWR), 9, NULL) == ENOTTY);
+  EXPECT(command(open("/dev/full", O_RDWR), 9, NULL) == ENOTTY);
   return 0;
 }

@@ -98,6 +98,9 @@ static void wrong_lengths(int device) {
   // Nor is one that is longer than the kernel copies at once, on the code that takes any length.
   longer = envelope(0x7ffff001, (void*)8, 0, NULL);
   EXPECT(command(device, 255, &longer) == EINVAL);
+  longer = envelope(0x7ffff000, (void*)8, 0, NULL);
+  const int longest = command(device, 255, &longer);
+  EXPECT(longest == EFAULT || longest == ENOMEM);
   unsigned char reply[577];
   memset(reply, 0xaa, sizeof reply);
   struct envelope argument = envelope(968, block, 576, reply);
@@ -120,6 +123,13 @@ static void unknown_codes(int device) {
   // The kernel knows 32 bits of a request number; what a caller's sign extension adds is lost.
   struct envelope argument = envelope(0, NULL, 4, block);
   EXPECT(syscall(SYS_ioctl, device, 0xffffffff00000009UL, &argument) == 0);
+}
+
+// Where there is no room for so much.
+int check_too_large(void) {
+  struct envelope argument = envelope(0x7ffff000, (void*)8, 0, NULL);
+  EXPECT(command(open(NORMAL_NODE, O_RDWR), 255, &argument) == ENOMEM);
+  return 0;
 }
 
 int check_malformed(void) {

@@ -8,14 +8,15 @@
 // refuse CALL ERRNO [ARGUMENT MASK VALUE] -- COMMAND...
 //
 // Runs COMMAND as a container would that refuses CALL, or refuses it only where the masked argument
-// has the value.
+// has the value. Who makes it all the same is killed where ERRNO is 0.
 int main(int argc, char** argv) {
   int end = 3;
   while (end < argc && strcmp(argv[end], "--") != 0) ++end;
   if (end + 1 >= argc || (end != 3 && end != 6)) return 2;
 
   const int call = seccomp_syscall_resolve_name(argv[1]);
-  const uint32_t refusal = SCMP_ACT_ERRNO((uint32_t)atoi(argv[2]));
+  const int error = atoi(argv[2]);
+  const uint32_t refusal = error ? SCMP_ACT_ERRNO((uint32_t)error) : SCMP_ACT_KILL_PROCESS;
   scmp_filter_ctx filter = seccomp_init(SCMP_ACT_ALLOW);
   if (call == __NR_SCMP_ERROR || !filter) return 2;
   int result;
