@@ -37,7 +37,7 @@ class Program {
   void SignalGroup(int number) const;
   void Queue(int number, int value) const;
   void AwaitSignalsTaken() const;  // by it and then by its children
-  void AwaitEnd() const;  // with its input open
+  void AwaitEnd() const;           // with its input open
   void CloseInput();
   Result Finish();
 
