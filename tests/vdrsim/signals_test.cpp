@@ -92,17 +92,14 @@ TEST(Signals, LeavesASignalIgnoredThatWasIgnored) {
 
 // While they are, the kernel keeps no exit status of a child.
 TEST(Signals, LeavesTheEndOfAChildIgnoredThatWasIgnored) {
-  const std::vector<std::string> look = {"env", "--ignore-signal=CHLD", "--block-signal=CHLD"};
-  const auto seen = [&look](std::vector<std::string> command, const std::string& line) {
-    command.insert(command.begin(), look.begin(), look.end());
-    for (const std::string& word : {std::string("sh"), std::string("-c"), line}) {
-      command.push_back(word);
-    }
-    return Execute(command);
+  const auto seen = [](std::vector<std::string> words, const std::vector<std::string>& command) {
+    words.insert(words.begin(), {"env", "--ignore-signal=CHLD", "--block-signal=CHLD"});
+    words.insert(words.end(), command.begin(), command.end());
+    return Execute(words);
   };
-  const std::string line = "exec grep '^Sig[BI]' /proc/self/status";
-  ExpectSuccess(seen({kVdrsim, "run", "--"}, line), seen({}, line).output);
-  EXPECT_EQ(seen({kVdrsim, "run", "--"}, "exit 5").exitStatus, 5);
+  const std::vector<std::string> look = {"grep", "^Sig[BI]", "/proc/self/status"};
+  ExpectSuccess(seen({kVdrsim, "run", "--"}, look), seen({}, look).output);
+  EXPECT_EQ(seen({kVdrsim, "run", "--"}, {"sh", "-c", "exit 5"}).exitStatus, 5);
 }
 
 TEST(Signals, LeavesASignalBlockedThatWasBlocked) {
@@ -128,7 +125,9 @@ TEST(Signals, LeavesTheCommandASignalBlocked) {
 // It tells of a mistake of vdrsim itself, and is nobody else's.
 TEST(Signals, OneOfAMistakeIsNotPassedOn) {
   for (const int number : {SIGILL, SIGTRAP, SIGSYS, SIGABRT}) {
-    Program program({"sh", "-c", "ulimit -c 0; exec vdrsim run -- sh -c 'echo ready; read line'"});
+    Program program({"sh", "-c",
+                     "ulimit -c 0; exec vdrsim run -- sh -c 'trap \"\" ILL TRAP SYS ABRT; echo "
+                     "ready; read line'"});
     program.AwaitOutput("ready\n");
     program.Signal(number);
     EXPECT_EQ(program.Finish().signal, number);
