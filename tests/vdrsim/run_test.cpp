@@ -266,6 +266,11 @@ TEST(Run, SaysWhatTheKernelOrAContainerWithholds) {
   }
 }
 
+TEST(Run, WithoutAThreadForItsJournalIsRefused) {
+  ExpectUnusable(Execute({kRefuse, "clone3", "11", "--", kVdrsim, "run", "--trace", "--", "echo"}),
+                 "vdrsim: Resource temporarily unavailable\n");
+}
+
 TEST(Run, WorksOnAKernelThatKnowsLess) {
   const std::vector<std::vector<std::string>> missing = {
       // The flag that makes waiting callers deaf to signals.

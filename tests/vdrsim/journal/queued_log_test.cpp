@@ -228,6 +228,18 @@ TEST_F(QueuedLogTest, AFullDiskIsToldOnceAndAppendingGoesOn) {
   ExpectFailure(log, "/dev/full", "No space left on device");
 }
 
+TEST_F(QueuedLogTest, NobodyWaitsForWhatIsMissedOfAFile) {
+  testing::internal::CaptureStderr();
+  QueuedLog log(Target::File(Path("file")), Form());
+  {
+    const SoftLimit limit(RLIMIT_FSIZE, 4096);
+    Append(log, 20000);
+    log.Sync();
+    ExpectFailure(log, Path("file"), "File too large");
+  }
+  EXPECT_EQ(Content(Path("file")), Lines(20000).substr(0, 4096));
+}
+
 // More than its memory and the FIFO hold by themselves.
 TEST_F(QueuedLogTest, ASlowReaderHoldsNobodyUpAndGetsAll) {
   auto log = std::make_unique<QueuedLog>(Target::File(Fifo()), Form(), 10000);
