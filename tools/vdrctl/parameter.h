@@ -47,7 +47,7 @@ struct Parameter {
   constexpr bool IsCalled(std::string_view word) const {
     const char* own = name;
     for (const char character : word) {
-      if (*own++ != character) return false;
+      if (*own == '\0' || *own++ != character) return false;
     }
     return *own == '\0' || *own == ' ';
   }
