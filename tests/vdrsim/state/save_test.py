@@ -90,10 +90,13 @@ class Saving(unittest.TestCase):
         ran = self.room / "ran"
         pipe = self.room / "pipe"
         os.mkfifo(pipe)
+        ring = self.room / "ring"
+        ring.symlink_to("ring")
         for place, complaint in [
                 (self.room, f"{self.room}: Is a directory"),
                 (self.room / "no" / "file", f"{self.room}/no/file: No such file or directory"),
                 (pipe / "file", f"{pipe}/file: Not a directory"),
+                (ring, f"{ring}: Too many levels of symbolic links"),
                 (pipe, f"{pipe}: a state is saved to a plain file alone"),
                 (pathlib.Path("/proc/host.json"), "/proc/host.json: No such file or directory")]:
             self.assert_refused(self.save("touch", str(ran), to=place), complaint)
@@ -124,6 +127,18 @@ class Saving(unittest.TestCase):
         gone.mkdir()
         done = self.save("rmdir", str(gone), to=gone / "a")
         self.assert_refused(done, f"{gone}/a: No such file or directory")
+
+    def test_cannot_take_the_place_of_a_directory(self):
+        done = self.save("mkdir", str(self.file))
+        self.assert_refused(done, f"{self.file}: Is a directory")
+        self.assertEqual(self.files(), ["host.json"])
+
+    def test_leaves_the_umask_of_the_command_alone(self):
+        script = 'umask 027; exec "$0" run --save "$1" -- sh -c umask'
+        done = subprocess.run(["sh", "-c", script, VDRSIM, str(self.file)],
+                              stdout=subprocess.PIPE, text=True)
+        self.assertEqual((done.returncode, int(done.stdout, 8)), (0, 0o027))
+        self.assertEqual(self.file.stat().st_mode & 0o7777, 0o640)
 
     def test_killed_at_any_moment_leaves_the_old_file_or_the_new_one(self):
         new = subprocess.run([VDRSIM, "scenario", "--lifs", "3000", "--routes", "3000"],
