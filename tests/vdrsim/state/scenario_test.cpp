@@ -117,6 +117,17 @@ TEST(Scenario, GoesOnWhereANumberOutgrowsItsByteOrItsRange) {
   }
 }
 
+// However long the document is, there is never more of it than a piece.
+TEST(Scenario, IsWrittenInPieces) {
+  vdrsim::StateWriter writer(vdrsim::MakeHost({.publicAddresses = 5000, .publicItems = 1}));
+  size_t pieces = 0;
+  for (auto piece = writer.Next(); !piece.empty(); piece = writer.Next()) {
+    EXPECT_LT(piece.size(), 66000U);
+    ++pieces;
+  }
+  EXPECT_GT(pieces, 5U);
+}
+
 // The document alone doesn't tell.
 TEST(Scenario, CountsTheItemsOfPublicAddresses) {
   EXPECT_EQ(vdrsim::MakeHost({.publicAddresses = 3, .publicItems = 5}).publicAddresses.itemCount,
