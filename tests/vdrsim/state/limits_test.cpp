@@ -100,8 +100,9 @@ TEST(Limits, ADocumentHoldsSoManyOfAKindAndNoMore) {
        "/instances/i/lifs/l/policyTableRef/entries/", 20, Word},
   };
   for (const auto& [before, after, path, most, element] : kCases) {
-    EXPECT_EQ(Complaint(With(before + Elements(most, element) + after)), "");
-    EXPECT_EQ(Complaint(With(before + Elements(most + 1, element) + after)),
+    const std::string full = before + Elements(most, element);
+    EXPECT_EQ(Complaint(With(full + after)), "");
+    EXPECT_EQ(Complaint(With(full + ", " + element(most) + after)),
               fmt::format("{0}{1}: is one more than the {1} that there can be", path, most));
   }
 }
