@@ -675,7 +675,8 @@ TEST_F(Parts, OfALongListAreNotKept) {
   const std::string bytes(6 * 20000, '\x01');
   for (const auto form : {Presentation::Form::Tables, Presentation::Form::Json}) {
     const std::size_t before = Arrived().size();
-    Output out({.form = form}, vdrctl::ListReply<kPair>(), writer_);
+    const Presentation presentation{.form = form};
+    Output out(presentation, vdrctl::ListReply<kPair>(), writer_);
     out.List(bytes.data(), 20000);
     EXPECT_GT(Arrived().size(), before + 200'000);
     EXPECT_LT(writer_.text().size(), 65536U + 64);
