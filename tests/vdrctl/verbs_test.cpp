@@ -582,7 +582,7 @@ TEST(Verbs, FailAsTheKernelDoesAndShowNothing) {
   }
 }
 
-// But for one that the library reads into memory of its own.
+// But for those that the library reads into memory of its own.
 TEST(Verbs, ShowZerosWhereTheKernelWroteNothing) {
   const Answering nothing(Answer::Nothing);
   mallopt(M_PERTURB, 0x5a);  // Memory that nobody cleared is not zero.
@@ -590,7 +590,8 @@ TEST(Verbs, ShowZerosWhereTheKernelWroteNothing) {
     SCOPED_TRACE(verb.line);
     const auto invocation = Parsed(verb.line);
     if (invocation.command->reply.form != vdrctl::Reply::Form::Bytes) continue;
-    if (invocation.command->object == "soft-rss table") continue;
+    const std::string_view object = invocation.command->object;
+    if (object == "soft-rss table" || object == "route6") continue;
     EXPECT_EQ(CarryOut(invocation, {}), "");
   }
   mallopt(M_PERTURB, 0);
