@@ -100,7 +100,7 @@ fi
 {
   i=0 && while [ $i -lt 20 ]; do
     i=$((i + 1))
-    printf 'instance delete nope\ncommand 9 --capacity 4 --output %s\ncommand 10 --input %s\n' \
+    printf 'instance delete nope\ncommand 9 --capacity 4 --output "%s"\ncommand 10 --input "%s"\n' \
       "$room/reply" "$room/reply"
   done
 } >"$file"
@@ -114,7 +114,7 @@ fi
 mkfifo "$room/answer"
 {
   i=0 && while [ $i -lt 1000 ]; do i=$((i + 1)) && echo 'command 9 --capacity 4'; done
-  printf 'policy set 1 --answer %s\n' "$room/answer"
+  printf 'policy set 1 --answer "%s"\n' "$room/answer"
 } >"$file"
 read_on_the_way() {
   "$vdrctl" batch "$file" | {
