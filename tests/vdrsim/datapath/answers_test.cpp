@@ -125,7 +125,7 @@ TEST(SelectionAnswer, WhatIsSelectedIsShownInItsOrder) {
     record.Number("qword0", static_cast<uint64_t>(number));
   };
   EXPECT_EQ(Difference(Deliver(SelectionAnswer<vdrzax::kCPSyncStateEntry>(numbers, even, show)),
-                       Wire(2 * 284).U64(0, 6).U64(284, 8).bytes()),
+                       Wire(2UL * 284).U64(0, 6).U64(284, 8).bytes()),
             "");
 }
 
@@ -168,10 +168,10 @@ TEST(TableAnswer, WhatShowsATableInAnotherWayIsMadeForItself) {
   for (int time = 0; time < 2; ++time) {
     EXPECT_EQ(
         Difference(Deliver(vdrsim::TableAnswer<vdrzax::kCPSyncStateEntry>(numbers, ShowValue)),
-                   Wire(2 * 284).U64(0, 1000).U64(284, 1001).bytes()),
+                   Wire(2UL * 284).U64(0, 1000).U64(284, 1001).bytes()),
         "");
     EXPECT_EQ(Difference(Deliver(vdrsim::TableAnswer<vdrzax::kCPSyncStateEntry>(numbers, ShowKey)),
-                         Wire(2 * 284).U64(284, 1).bytes()),
+                         Wire(2UL * 284).U64(284, 1).bytes()),
               "");
   }
 }
@@ -189,12 +189,13 @@ TEST(TableAnswer, AChangeIsSeenAndAnEarlierReplyStaysAsItWas) {
   };
   Deliver(list());
   change(7);  // in place
-  EXPECT_EQ(Difference(Deliver(list()), Wire(2 * 284).U64(0, 1000).U64(284, 7).bytes()), "");
+  EXPECT_EQ(Difference(Deliver(list()), Wire(2UL * 284).U64(0, 1000).U64(284, 7).bytes()), "");
   Answer earlier = list();
   change(8);  // beside what the reply holds
-  EXPECT_EQ(Difference(Deliver(std::move(earlier)), Wire(2 * 284).U64(0, 1000).U64(284, 7).bytes()),
-            "");
-  EXPECT_EQ(Difference(Deliver(list()), Wire(2 * 284).U64(0, 1000).U64(284, 8).bytes()), "");
+  EXPECT_EQ(
+      Difference(Deliver(std::move(earlier)), Wire(2UL * 284).U64(0, 1000).U64(284, 7).bytes()),
+      "");
+  EXPECT_EQ(Difference(Deliver(list()), Wire(2UL * 284).U64(0, 1000).U64(284, 8).bytes()), "");
 }
 
 TEST(TableAnswer, ALargeTableIsMadeInPieces) {
