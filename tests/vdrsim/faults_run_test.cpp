@@ -53,9 +53,11 @@ TEST(Faults, StrictOnesFailTheRun) {
   ExpectSuccess(Line(options, "$CLIENT delete a; true"), "EIO\n");
 }
 
+// It is printed once, however many rules go by chance.
 TEST(Faults, ChancesAreRepeatedByTheSeedThatWasPrinted) {
   const std::string line = "for i in 1 2 3 4 5 6 7 8 9 10 11 12; do $CLIENT level; done; true";
-  const std::vector<std::string> options = {"--fault", "any:error=EIO:prob=50%"};
+  const std::vector<std::string> options = {"--fault", "any:error=EIO:prob=50%", "--fault",
+                                            "GetLogLevel:delay=1us:prob=50%"};
   const Result first = Line(options, line);
   const std::string announcement = "vdrsim: chances begin at --seed ";
   ASSERT_EQ(first.output.substr(0, announcement.size()), announcement);
