@@ -243,6 +243,9 @@ TEST(Run, SaysWhatTheKernelOrAContainerWithholds) {
       // What the child does first ends it.
       {{"prctl", "0", "0", "0xffffffff", "38"},
        "vdrsim: the process that was to become the command ended before it could\n"},
+      // The filter's file can't be handed over.
+      {{"sendmsg", "109"},
+       "vdrsim: the process that was to become the command ended before it could\n"},
       // The sealing of a file.
       {{"fcntl", "1", "1", "0xffffffff", "1033"},
        "vdrsim: cannot seal a memory file: Operation not permitted\n"},

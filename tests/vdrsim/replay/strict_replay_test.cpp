@@ -122,7 +122,14 @@ TEST_F(StrictReplays, EachDifferenceAloneIsADeparture) {
        200,
        Scalar(2),
        0,
-       "  recorded: command 200(4 bytes)\n  asked:    command 200(4 bytes)\n"},
+       "  recorded: command 200(4 bytes)\n  asked:    command 200(4 bytes)\n"
+       "    byte 0 of the input: 01 recorded, 02 asked\n"},
+      {{200, Scalar(1), 0, Gave(0, "")},
+       vdrsim::Node::Normal,
+       201,
+       Scalar(2),
+       0,
+       "  recorded: command 200(4 bytes)\n  asked:    command 201(4 bytes)\n"},
   };
   for (const auto& [recorded, node, code, input, capacity, message] : kCases) {
     const Recording recording(Write(folder_, {recorded}));

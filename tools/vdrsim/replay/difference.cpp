@@ -44,13 +44,15 @@ void CompareRest(std::string& out, Bytes recorded, Bytes asked) {
                   one - recorded.begin(), std::to_integer<int>(*one), std::to_integer<int>(*other));
 }
 
-void CompareFields(std::string& out, const requests::Request& request, Bytes recorded,
+void CompareInputs(std::string& out, const requests::Request* request, Bytes recorded,
                    Bytes asked) {
   const size_t before = out.size();
-  requests::ForEachField(request, recorded, [&](const FieldView& view) {
-    const FieldView other{view.field, asked.subspan(view.field.offset, view.field.width)};
-    Compare(out, view.field.name, Shown(view), Shown(other));
-  });
+  if (request) {
+    requests::ForEachField(*request, recorded, [&](const FieldView& view) {
+      const FieldView other{view.field, asked.subspan(view.field.offset, view.field.width)};
+      Compare(out, view.field.name, Shown(view), Shown(other));
+    });
+  }
   if (out.size() == before) CompareRest(out, recorded, asked);
 }
 
@@ -60,9 +62,10 @@ std::string Difference(const Recorded& recorded, Bytes input, const Call& asked)
   std::string out = fmt::format("  recorded: {}\n  asked:    {}\n", Shown(recorded.code, input),
                                 Shown(asked.code, asked.input));
   const requests::Request* request = requests::Find(recorded.code, input);
-  const bool isSameCommand = request && request == requests::Find(asked.code, asked.input) &&
+  const bool isSameCommand = recorded.code == asked.code &&
+                             request == requests::Find(asked.code, asked.input) &&
                              input.size() == asked.input.size();
-  if (isSameCommand) CompareFields(out, *request, input, asked.input);
+  if (isSameCommand) CompareInputs(out, request, input, asked.input);
   Compare(out, "node", Name(recorded.node), Name(asked.node));
   Compare(out, "capacity", recorded.capacity, asked.capacity);
   return out;

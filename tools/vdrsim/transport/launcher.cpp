@@ -41,7 +41,7 @@ std::vector<char*> AsArguments(const std::vector<std::string>& texts);
 [[noreturn]] void BecomeCommand(std::vector<char*>& arguments, const RunSignals& signals,
                                 std::vector<sock_filter>& filter, int parent);
 void SayUnusable(const char* command, int error);
-void SendProgress(int parent, Progress progress, int listener);
+bool SendProgress(int parent, Progress progress, int listener);
 Progress ReceiveProgress(int child, UniqueFd& listener);
 void CheckInjection(int listener, const DeviceNodes& nodes);
 void CheckMemory(pid_t child);
@@ -114,7 +114,7 @@ void BecomeCommand(std::vector<char*>& arguments, const RunSignals& signals,
     SendProgress(parent, {Step::Filter, errno}, -1);
     _exit(2);
   }
-  SendProgress(parent, {Step::Ready, 0}, listener.get());
+  if (!SendProgress(parent, {Step::Ready, 0}, listener.get())) _exit(2);
   listener.Close();
   char leave = 0;
   if (recv(parent, &leave, sizeof leave, 0) != sizeof leave) _exit(2);
@@ -135,7 +135,7 @@ void SayUnusable(const char* command, int error) {
   (void)!writev(STDERR_FILENO, line, std::size(line));
 }
 
-void SendProgress(int parent, Progress progress, int listener) {
+bool SendProgress(int parent, Progress progress, int listener) {
   iovec content{&progress, sizeof progress};
   alignas(cmsghdr) char control[CMSG_SPACE(sizeof listener)] = {};
   msghdr message{};
@@ -150,7 +150,7 @@ void SendProgress(int parent, Progress progress, int listener) {
     header->cmsg_len = CMSG_LEN(sizeof listener);
     std::memcpy(CMSG_DATA(header), &listener, sizeof listener);
   }
-  sendmsg(parent, &message, MSG_NOSIGNAL);
+  return sendmsg(parent, &message, MSG_NOSIGNAL) >= 0;
 }
 
 Progress ReceiveProgress(int child, UniqueFd& listener) {
