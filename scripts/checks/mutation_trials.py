@@ -106,7 +106,8 @@ class Baseline:
         if program not in self.links:
             last = self.run(["ninja", "-t", "commands", program]).splitlines()[-1]
             words = []
-            for word in shlex.split(last):
+            # Within quotes a shell takes the backslash away from a dollar as well.
+            for word in shlex.split(last.replace(r"\$", "$")):
                 is_own_archive = word.endswith(".a") and not word.startswith("/")
                 # An archive may be named more than once.
                 words += [member for member in self.members(word) if member not in words] \
