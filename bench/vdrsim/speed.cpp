@@ -37,20 +37,20 @@ void CompareCommands(const Programs& programs) {
   };
   constexpr Row kRows[] = {{"a command with a reply of 4 bytes", "9", "4", 2000},
                            {"a command with a reply of 577 kB", "0", "577577", 20}};
-  const auto load = [&](const Words& supervisor, const char* code, const char* capacity) {
-    return Join(supervisor, {programs.load, "command", code, capacity});
+  constexpr Row kLargest = {"a command with a reply of 112 MB", "96", "111820800", 1};
+  const auto load = [&](const Words& supervisor, const Row& row) {
+    return Join(supervisor, {programs.load, "command", row.code, row.capacity});
   };
   const Words run = {programs.vdrsim, "run", "--"};
   fmt::print("| Command | vdrsim | Floor | Ratio | Target | Met |\n|---|---|---|---|---|---|\n");
-  for (const auto& [what, code, capacity, count] : kRows) {
-    Subject subject(load(run, code, capacity));
-    Subject floor(load({programs.floor}, code, capacity));
-    PrintRow(what, Compare(subject, floor, count, 51), 1.25);
+  const Words floor = {programs.floor};
+  for (const Row& row : kRows) {
+    Subject subject(load(run, row));
+    Subject least(load(floor, row));
+    PrintRow(row.what, Compare(subject, least, row.count, 51), 1.25);
   }
-  PrintRow(
-      "a command with a reply of 112 MB",
-      CompareAnew(load(run, "96", "111820800"), load({programs.floor}, "96", "111820800"), 1, 21),
-      1.25);
+  PrintRow(kLargest.what,
+           CompareAnew(load(run, kLargest), load(floor, kLargest), kLargest.count, 21), 1.25);
 }
 
 void CompareClients(const Programs& programs) {
