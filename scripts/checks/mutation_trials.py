@@ -123,17 +123,19 @@ class Baseline:
         """A header, compiled beforehand with the flags of mutants, of what an object includes that
         does not depend on the file at `path`."""
         source = pathlib.Path(self.compile[name][-1])
-        is_own = str(source) == f"{self.tree}/{path}"
-        header = self.build / "precompiled" / (f"{name}.h" if is_own else
-                                               f"{self.siblings(name)[0]}.system.h")
+        if str(source) == f"{self.tree}/{path}":
+            header, sources, kind = name, [source], '["<]'
+        else:
+            alike = self.siblings(name)
+            sources = [self.tree / one for one, names in self.objects.items()
+                       if not set(names).isdisjoint(alike)]
+            header, kind = f"{alike[0]}.system", "<(?!vdrzax)"
+        header = self.build / "precompiled" / f"{header}.h"
         with self.lock:
             if header not in self.headers:
                 self.headers.add(header)
-                included = self.included([source], '["<]') if is_own else self.included(
-                    [self.tree / path for path, names in self.objects.items()
-                     if set(names) & set(self.siblings(name))], "<(?!vdrzax)")
-                self.precompile(header, included, [*self.flags_of(name), *flags,
-                                                   "-iquote", source.parent])
+                self.precompile(header, self.included(sources, kind),
+                                [*self.flags_of(name), *flags, "-iquote", source.parent])
         return header
 
     def siblings(self, name):
