@@ -79,6 +79,19 @@ class Elsewhere(unittest.TestCase):
         run = in_run(UNTIL_LINES + "watch 1 --watch 86400 log-level get")
         self.assertEqual(run.stdout, "0\nended by 143\n")
 
+    def test_a_signal_that_was_ignored_before_does_not_end_it(self):
+        script = 'trap "" INT; echo $$; exec "$0" --watch 0.1 log-level get'
+        with subprocess.Popen([VDRSIM, "run", "--", "sh", "-c", script, VDRCTL], stdout=subprocess.PIPE,
+                              text=True) as run:
+            watching = int(run.stdout.readline())
+            self.assertEqual(run.stdout.readline(), "0\n")
+            os.kill(watching, signal.SIGINT)
+            # One turn may have been on its way.
+            turns = [run.stdout.readline() for _ in range(4)]
+            os.kill(watching, signal.SIGTERM)
+        self.assertEqual(turns, ["\n", "0\n"] * 2)
+        self.assertEqual(run.returncode, -signal.SIGTERM)
+
     def test_a_command_that_fails_ends_it(self):
         run = in_run('"$0" --watch 0.1 instance show edge-1')
         self.assertEqual(run.returncode, 1)

@@ -30,7 +30,7 @@ void PutCount(JsonForm& form, const char* name, uint64_t number) {
 void PutNumberType(JsonForm& form, uint32_t width) {
   PutText(form, "type", "integer");
   PutCount(form, "minimum", 0);
-  PutCount(form, "maximum", width >= 8 ? UINT64_MAX : (uint64_t{1} << (8 * width)) - 1);
+  PutCount(form, "maximum", UINT64_MAX >> (64 - 8 * width));
 }
 
 void PutHexType(JsonForm& form, uint32_t bytes) {
