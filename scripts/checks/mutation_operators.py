@@ -263,7 +263,9 @@ class Source(mutation_text.Text):
         if sign in STEPS:
             self.add(index, index, STEPS[sign])
         elif sign == "!" and index not in self.decided:
-            self.add(index, index, "")
+            # A result that is dropped is inverted to satisfy the compiler.
+            if self.word(index - 2) != "void":
+                self.add(index, index, "")
         elif sign in OPERATORS and self.is_spaced(index) and index not in self.decided:
             self.add(index, index, OPERATORS[sign])
 
