@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdint>
@@ -48,7 +49,7 @@ int Answer(char* envelope) {
   const size_t turn = device.rooms.size() - 1;
   if (turn >= device.answers.size()) ADD_FAILURE() << "asked once more";
   const Said said = turn < device.answers.size() ? device.answers[turn] : Said{.reply = {'\0'}};
-  std::memcpy(At<char*>(envelope, 16), said.reply.data(), said.reply.size());
+  std::ranges::copy(said.reply, At<char*>(envelope, 16));
   std::memcpy(envelope + 12, &said.length, sizeof said.length);
   errno = said.error;
   return said.error == 0 ? 0 : -1;
