@@ -6,7 +6,7 @@
 #include <unistd.h>
 
 #include <charconv>
-#include <cmath>
+#include <chrono>
 #include <cstdio>
 #include <string>
 
@@ -18,6 +18,9 @@
 namespace vdrctl {
 
 namespace {
+
+// That of CLOCK_MONOTONIC.
+using Clock = std::chrono::steady_clock;
 
 volatile sig_atomic_t endingSignal = 0;
 
@@ -88,15 +91,12 @@ void HoldSignals() {
 }
 
 // Sleeps until the next turn is due, however long this one took; a signal ends it early.
-void AwaitNextTurn(timespec& due, double interval) {
-  const double whole = std::floor(interval);
-  due.tv_sec += static_cast<time_t>(whole);
-  due.tv_nsec += static_cast<long>((interval - whole) * 1e9);
-  if (due.tv_nsec >= 1'000'000'000) {
-    due.tv_nsec -= 1'000'000'000;
-    ++due.tv_sec;
-  }
-  if (endingSignal == 0) clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &due, nullptr);
+void AwaitNextTurn(Clock::time_point& due, double interval) {
+  due += std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(interval));
+  const auto time = due.time_since_epoch();
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
+  const timespec end{seconds.count(), (time - seconds).count()};
+  if (endingSignal == 0) clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr);
 }
 
 // Whoever started this program must see how it ended.
@@ -123,8 +123,7 @@ int RunTurns(const Invocation& invocation, Presentation& presentation, const Rep
              double interval, Screen* screen) {
   History history;
   presentation.history = &history;
-  timespec due{};
-  clock_gettime(CLOCK_MONOTONIC, &due);
+  Clock::time_point due = Clock::now();
   for (bool first = true; endingSignal == 0; first = false) {
     const bool needsGap = !first && !screen && presentation.form == Presentation::Form::Tables;
     if (needsGap) tools::Print("\n");

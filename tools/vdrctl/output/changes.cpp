@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string>
 
 #include "output/forms.h"
@@ -26,7 +27,7 @@ uint64_t ElementAt(const Field& field, uint32_t index, const uint8_t* record) {
 uint64_t Difference(const Field& field, uint32_t index, const uint8_t* before, const uint8_t* now) {
   const uint64_t first = ElementAt(field, index, before);
   const uint64_t last = ElementAt(field, index, now);
-  return last < first ? 0 : last - first;
+  return last - std::min(first, last);
 }
 
 double Rate(uint64_t difference, double seconds) {

@@ -11,7 +11,7 @@ namespace {
 using vdrzax::Field;
 
 bool NamesAnElement(const FieldNames& names, std::string_view record, const Field& row) {
-  for (uint32_t index = 0; row.elements > 1 && index < row.elements; ++index) {
+  for (uint32_t index = 0; index < row.elements; ++index) {
     if (names.Find(record, ElementName(row, index))) return true;
   }
   return false;

@@ -41,8 +41,9 @@ Character FirstCharacter(std::string_view text) {
     if ((byte & 0xC0) != 0x80) return {};
     value = value << 6 | (byte & 0x3F);
   }
-  constexpr std::array<char32_t, 5> kLeast{0, 0, 0x80, 0x800, 0x10000};
-  if (value < kLeast[length] || value > 0x10FFFF || (value >= 0xD800 && value < 0xE000)) return {};
+  constexpr std::array<char32_t, 3> kLeast{0x80, 0x800, 0x10000};
+  if (value < kLeast[length - 2] || value > 0x10FFFF || (value >= 0xD800 && value < 0xE000))
+    return {};
   return {length, value};
 }
 
