@@ -59,12 +59,15 @@ class Elsewhere(unittest.TestCase):
         self.assertTrue(run.stdout.startswith("name\nedge-1\n\nname\nedge-1\n"), run.stdout)
 
     def test_counters_have_differences_and_rates(self):
+        begin = time.monotonic()
         run = in_run(UNTIL_LINES + "watch 3 --json --watch 0.1 lif stats show edge-1 uplink")
+        seconds = time.monotonic() - begin
         first, second, *_ = [json.loads(line) for line in run.stdout.splitlines()[:-1]]
         self.assertEqual(first["seconds"], 0)
         self.assertEqual(set(first["differences"]["slots0"]), {0})
         grown = second["record"]["slots0"][0] - first["record"]["slots0"][0]
         self.assertGreater(grown, 0)
+        self.assertLess(second["seconds"], seconds)
         self.assertEqual(second["differences"]["slots0"][0], grown)
         self.assertAlmostEqual(second["rates"]["slots0"][0], grown / second["seconds"], places=1)
         run = in_run(UNTIL_LINES + "watch 1 --watch 0.1 lif stats show edge-1 uplink")
