@@ -52,8 +52,8 @@ class Screen {
 
  private:
   static void Put(std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    std::fflush(stdout);
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stdout));
+    static_cast<void>(std::fflush(stdout));
   }
 };
 

@@ -67,6 +67,7 @@ std::string Below(const std::string& place, const std::string& name) {
 template <typename Map>
 std::vector<std::string_view> Keys(const Map& map) {
   std::vector<std::string_view> keys;
+  keys.reserve(map.size());
   for (const auto& [key, value] : map) keys.push_back(key);
   return keys;
 }
