@@ -14,6 +14,7 @@
 
 #include "names/field_names.h"
 #include "output/changes.h"
+#include "output/forms.h"
 #include "output/history.h"
 #include "output/text.h"
 
@@ -689,6 +690,21 @@ TEST_F(Parts, OfALongDumpAreNotKept) {
   vdrctl::PutHexDump(writer_, bytes);
   EXPECT_GT(Arrived().size(), 400'000U);
   EXPECT_LT(writer_.text().size(), 65536U + 80);
+}
+
+TEST(Cells, ShowAListWithoutElementsAsADash) {
+  Writer writer;
+  vdrctl::CellForm form(writer);
+  form.Open();
+  form.Next();
+  form.Number(7);
+  form.Next();
+  form.Open();
+  form.Close();
+  form.Close();
+  form.Open();
+  form.Close();
+  EXPECT_EQ(writer.text(), "7 --");
 }
 
 TEST(Escaping, LeavesPrintableAsciiAlone) {
