@@ -9,7 +9,6 @@
 #include <sys/wait.h>
 
 #include <array>
-#include <bit>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -33,9 +32,6 @@ struct Progress {
   Step step;
   int error;
 };
-
-// Read from the child to see whether its memory can be read at all.
-const uint64_t kProbe = 0x7664727369'6d2021;
 
 std::vector<char*> AsArguments(const std::vector<std::string>& texts);
 [[noreturn]] void BecomeCommand(std::vector<char*>& arguments, const RunSignals& signals,
@@ -135,42 +131,49 @@ void SayUnusable(const char* command, int error) {
   (void)!writev(STDERR_FILENO, line, std::size(line));
 }
 
-bool SendProgress(int parent, Progress progress, int listener) {
-  iovec content{&progress, sizeof progress};
-  alignas(cmsghdr) char control[CMSG_SPACE(sizeof listener)] = {};
-  msghdr message{};
-  message.msg_iov = &content;
-  message.msg_iovlen = 1;
-  if (listener >= 0) {
-    message.msg_control = control;
-    message.msg_controllen = sizeof control;
-    cmsghdr* header = CMSG_FIRSTHDR(&message);
-    header->cmsg_level = SOL_SOCKET;
-    header->cmsg_type = SCM_RIGHTS;
-    header->cmsg_len = CMSG_LEN(sizeof listener);
-    std::memcpy(CMSG_DATA(header), &listener, sizeof listener);
+// What the child tells, with room for the listener.
+struct Message {
+  Message() {
+    header.msg_iov = &content;
+    header.msg_iovlen = 1;
+    header.msg_control = control;
+    header.msg_controllen = sizeof control;
   }
-  return sendmsg(parent, &message, MSG_NOSIGNAL) >= 0;
-}
+  Message(const Message&) = delete;
+  Message& operator=(const Message&) = delete;
 
-Progress ReceiveProgress(int child, UniqueFd& listener) {
   Progress progress{};
   iovec content{&progress, sizeof progress};
   alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))] = {};
-  msghdr message{};
-  message.msg_iov = &content;
-  message.msg_iovlen = 1;
-  message.msg_control = control;
-  message.msg_controllen = sizeof control;
-  if (recvmsg(child, &message, MSG_CMSG_CLOEXEC) != sizeof progress) {
+  msghdr header{};
+};
+
+bool SendProgress(int parent, Progress progress, int listener) {
+  Message message;
+  message.progress = progress;
+  if (listener < 0) {
+    message.header.msg_controllen = 0;
+  } else {
+    cmsghdr* along = CMSG_FIRSTHDR(&message.header);
+    along->cmsg_level = SOL_SOCKET;
+    along->cmsg_type = SCM_RIGHTS;
+    along->cmsg_len = CMSG_LEN(sizeof listener);
+    std::memcpy(CMSG_DATA(along), &listener, sizeof listener);
+  }
+  return sendmsg(parent, &message.header, MSG_NOSIGNAL) >= 0;
+}
+
+Progress ReceiveProgress(int child, UniqueFd& listener) {
+  Message message;
+  if (recvmsg(child, &message.header, MSG_CMSG_CLOEXEC) != sizeof message.progress) {
     throw StartFailure("the process that was to become the command ended before it could");
   }
-  if (const cmsghdr* header = CMSG_FIRSTHDR(&message)) {
+  if (const cmsghdr* along = CMSG_FIRSTHDR(&message.header)) {
     int received = -1;
-    std::memcpy(&received, CMSG_DATA(header), sizeof received);
+    std::memcpy(&received, CMSG_DATA(along), sizeof received);
     listener = UniqueFd(received);
   }
-  return progress;
+  return message.progress;
 }
 
 // No call waits yet, so a kernel that can inject and answer in one step finds nobody to answer, and
@@ -188,10 +191,11 @@ void CheckInjection(int listener, const DeviceNodes& nodes) {
 }
 
 void CheckMemory(pid_t child) {
+  // The child has it in the same place.
+  static constexpr std::byte kProbe{};
   std::array<std::byte, sizeof kProbe> seen{};
-  const bool read = ReadMemory(child, reinterpret_cast<uint64_t>(&kProbe), seen);
-  if (read && std::bit_cast<uint64_t>(seen) == kProbe) return;
-  FailStart("cannot read the memory of the command", read ? EIO : errno,
+  if (ReadMemory(child, reinterpret_cast<uint64_t>(&kProbe), seen)) return;
+  FailStart("cannot read the memory of the command", errno,
             "a container must allow process_vm_readv, and kernel.yama.ptrace_scope must be 0 or 1");
 }
 
