@@ -77,7 +77,7 @@ std::vector<uint8_t> EveryKind() {
           2};                                              // pairCount
 }
 
-constexpr Presentation kTables{};
+const Presentation kTables{};
 const Presentation kJson{.form = Presentation::Form::Json};
 
 // What `print` prints of a reply.
@@ -636,11 +636,11 @@ TEST(HexDumps, ShowDeleteAndHighBytesAsDots) {
 class Parts : public testing::Test {
  protected:
   ~Parts() override {
-    std::fclose(stream_);
+    (void)std::fclose(stream_);
     std::free(bytes_);
   }
   std::string Arrived() {
-    std::fflush(stream_);
+    (void)std::fflush(stream_);
     return {bytes_, size_};
   }
 
@@ -673,7 +673,7 @@ TEST(Writers, KeepAllWithoutAStream) {
 }
 
 TEST_F(Parts, OfALongListAreNotKept) {
-  const std::string bytes(6 * 20000, '\x01');
+  const std::string bytes(6UL * 20000, '\x01');
   for (const auto form : {Presentation::Form::Tables, Presentation::Form::Json}) {
     const std::size_t before = Arrived().size();
     const Presentation presentation{.form = form};
