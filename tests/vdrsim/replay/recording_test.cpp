@@ -175,6 +175,8 @@ TEST(Recording, WhatIsWrongIsSaidWithItsLine) {
       {kBeginning + Line("\"input\":0"), ":2: '\"' is missing"},
       {kBeginning + Line(kRest + ",\"output\":\"00\""),
        ":2: output has 1 bytes, and produced says 2"},
+      {kBeginning + Line("\"x\":" + std::string(33, '[') + std::string(33, ']')),
+       ":2: the member errno is missing"},
       {kBeginning + Line("\"x\":" + std::string(34, '[')), ":2: values are nested too deep"},
       {kBeginning + Line("\"x\":" + Nested(33)), ":2: the member errno is missing"},
       {kBeginning + Line("\"x\":" + Nested(34)), ":2: values are nested too deep"},
