@@ -40,9 +40,9 @@ std::optional<Bytes> NumberBytes(std::string_view text, size_t width) {
 
 std::optional<Bytes> SignedBytes(std::string_view text) {
   const bool isNegative = text.starts_with('-');
-  const auto size = tools::ParseNumber(text.substr(isNegative ? 1 : 0));
-  if (!size || *size > (isNegative ? 0x80000000 : 0x7fffffff)) return std::nullopt;
-  return BytesOf(static_cast<uint32_t>(isNegative ? -*size : *size));
+  const uint64_t size = tools::ParseNumber(text.substr(isNegative ? 1 : 0)).value_or(UINT64_MAX);
+  if (size > (isNegative ? 0x80000000 : 0x7fffffff)) return std::nullopt;
+  return BytesOf(static_cast<uint32_t>(isNegative ? -size : size));
 }
 
 // With the terminator, where the field has room for it.
