@@ -31,6 +31,14 @@ TEST(Attack, ACallerWhoseMemoryTheRunItselfHasToServeHoldsNobodyUp) {
   ExpectSuccess(result);
 }
 
+// One more than the 64 workers that there can be.
+TEST(Attack, AWorkerThatWasBlockedServesAgain) {
+  const Result result = Supervised(
+      {"sh", "-c", R"(i=0; while [ $((i += 1)) -le 65 ]; do "$0" serve || exit; done)", kOwnPages});
+  if (result.output.starts_with("no userfaultfd\n")) GTEST_SKIP();
+  ExpectSuccess(result);
+}
+
 // More callers than the 64 workers that there can be, each blocked for good.
 TEST(Attack, ABlockedRunCanBeEnded) {
   Program program({kVdrsim, "run", "--", kOwnPages, "block", "100", "64"});

@@ -58,6 +58,7 @@ static int serve(void) {
   EXPECT(ioctl(faults, UFFDIO_COPY, &copy) == 0);
   EXPECT(pthread_join(thread, NULL) == 0);
   EXPECT(get_word(open(NORMAL_NODE, O_RDWR), 9, &level) == 0 && level == 7);
+  EXPECT(set_word(open(NORMAL_NODE, O_RDWR), 10, 0) == 0);
   return 0;
 }
 

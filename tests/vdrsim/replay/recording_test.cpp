@@ -162,6 +162,7 @@ TEST(Recording, WhatIsWrongIsSaidWithItsLine) {
       {kBeginning + "{\"end\":0,}\n", ":2: '\"' is missing"},
       {kBeginning + "{\"end\" 0}\n", ":2: ':' is missing"},
       {kBeginning + "{\"end\":-1}\n", ":2: a number is missing"},
+      {kBeginning + "{\"end\":[]}\n", ":2: a number is missing"},
       {kBeginning + "{\"end\":0.5}\n", ":2: a number is not whole"},
       {kBeginning + "{\"seq\":2}\n", ":2: seq 1 was to come"},
       {kBeginning + "{\"mark\":\"x\"}\n", ":2: seq 1 was to come"},
