@@ -99,7 +99,7 @@ TEST(Ctl, SaysThatThereIsNoJournal) {
 
 TEST(Shell, IsTheOneOfTheEnvironmentWithTheToolsOnItsPath) {
   setenv("SHELL", "/bin/sh", 1);
-  Program shell({kVdrsim, "run", "--shell"});
+  Program shell({"env", "PATH=/usr/bin:/bin", kVdrsim, "run", "--shell"});
   shell.Type("command -v vdrsim; vdrctl --version >/dev/null && echo found; exit 5\n");
   const Result result = shell.Finish();
   EXPECT_EQ(result.exitStatus, 5);

@@ -71,6 +71,10 @@ class Reply {
   // A reply of up to this size is held in place; that of every single object is.
   static constexpr uint32_t kInlineRoom = 1056;
 
+  // Of a large one: so much that a system call for each piece costs little, and no more than a cache
+  // holds.
+  static constexpr size_t kPiece = 131072;
+
   // Makes the pieces of a large reply one after another.
   class Source {
    public:

@@ -30,8 +30,7 @@ class Text final : public Reply::Source {
   uint32_t Prepare() override { return static_cast<uint32_t>(text_.size()); }
 
   std::span<const std::byte> Next() noexcept override {
-    constexpr size_t kPiece = size_t{128} * 1024;
-    const std::string_view piece = left_.substr(0, kPiece);
+    const std::string_view piece = left_.substr(0, Reply::kPiece);
     left_.remove_prefix(piece.size());
     return std::as_bytes(std::span(piece));
   }

@@ -49,7 +49,7 @@ class EntryStream final : public Reply::Source {
 
   uint32_t Prepare() override {
     const uint32_t total = entries_.Prepare();
-    size_ = std::min<size_t>(total, kPiece);
+    size_ = std::min<size_t>(total, Reply::kPiece);
     buffer_ = std::make_unique_for_overwrite<std::byte[]>(size_);
     return total;
   }
@@ -69,9 +69,6 @@ class EntryStream final : public Reply::Source {
   }
 
  private:
-  // Large enough that a system call for each costs little, and no longer than a cache.
-  static constexpr size_t kPiece = size_t{128} * 1024;
-
   // What is cleared at once is still near when it is written.
   static constexpr size_t kStep = size_t{8} * 1024;
 

@@ -15,20 +15,19 @@ class RecordedReply final : public Reply::Source {
       : recording_(recording), output_(output) {}
 
   uint32_t Prepare() override {
-    buffer_.resize(std::min<size_t>(output_.size, kPiece));
+    buffer_.resize(std::min<size_t>(output_.size, Reply::kPiece));
     return output_.size;
   }
 
   std::span<const std::byte> Next() noexcept override {
-    const auto piece = std::span(buffer_).first(std::min<size_t>(kPiece, output_.size - from_));
+    const auto piece =
+        std::span(buffer_).first(std::min<size_t>(Reply::kPiece, output_.size - from_));
     if (!recording_.Read(output_, from_, piece)) return {};
     from_ += static_cast<uint32_t>(piece.size());
     return piece;
   }
 
  private:
-  static constexpr size_t kPiece = size_t{128} << 10;
-
   const Recording& recording_;
   HexPlace output_;
   uint32_t from_ = 0;
