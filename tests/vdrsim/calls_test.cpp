@@ -131,6 +131,12 @@ TEST_F(BesideARealDevice, ARunIsRefused) {
                  "vdrsim: this host has /qorv/devices/char/zaxdriver/ryn_vdr: ");
 }
 
+TEST_F(BesideARealDevice, ARecordingIsMade) {
+  const std::string file = testing::TempDir() + "vdrsim-beside-" + std::to_string(getpid());
+  ExpectSuccess(WithRealDevice({kVdrsim, "record", file, "--", "echo", "started"}), "started\n");
+  EXPECT_EQ(unlink(file.c_str()), 0);
+}
+
 TEST_F(BesideARealDevice, NoCommandComesToItInARunThatIsWanted) {
   ExpectSuccess(
       WithRealDevice({kVdrsim, "run", "--beside-real-device", "--", kClient, "check", "beside"}));
