@@ -8,6 +8,7 @@
 #include <sys/uio.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -70,7 +71,6 @@ Launched Launch(const std::vector<std::string>& arguments, Scope scope, const Ru
   const Progress progress = ReceiveProgress(launched.leave.get(), launched.listener);
   if (progress.step == Step::Privileges) FailStart("cannot set no_new_privs", progress.error);
   if (progress.step == Step::Filter) FailFilter(progress.error);
-  if (!launched.listener) FailStart("cannot receive the seccomp listener", EBADF);
   CheckInjection(launched.listener.get(), nodes);
   CheckMemory(child);
   WakeUpInStep(launched.listener.get());
@@ -91,27 +91,28 @@ void Launched::Begin() {
 namespace {
 
 std::vector<char*> AsArguments(const std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  pointers.reserve(texts.size() + 1);
-  for (const std::string& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
-  pointers.push_back(nullptr);
+  std::vector<char*> pointers(texts.size() + 1);
+  std::ranges::transform(texts, pointers.begin(),
+                         [](const std::string& text) { return const_cast<char*>(text.c_str()); });
   return pointers;
+}
+
+// Once the filter is there, each call of these kinds waits for the parent.
+Progress Confine(std::vector<sock_filter>& filter, UniqueFd& listener) {
+  if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) return {Step::Privileges, errno};
+  listener = UniqueFd(InstallFilter(filter));
+  if (!listener) return {Step::Filter, errno};
+  return {Step::Ready, 0};
 }
 
 // From here on this is another process, in which nothing may be thrown, allocated or handed back.
 void BecomeCommand(std::vector<char*>& arguments, const RunSignals& signals,
                    std::vector<sock_filter>& filter, int parent) {
-  if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) {
-    SendProgress(parent, {Step::Privileges, errno}, -1);
-    _exit(2);
-  }
-  UniqueFd listener(InstallFilter(filter));
-  if (!listener) {
-    SendProgress(parent, {Step::Filter, errno}, -1);
-    _exit(2);
-  }
-  if (!SendProgress(parent, {Step::Ready, 0}, listener.get())) _exit(2);
+  UniqueFd listener;
+  const Progress progress = Confine(filter, listener);
+  if (!SendProgress(parent, progress, listener.get())) _exit(2);
   listener.Close();
+  // None comes when something is missing.
   char leave = 0;
   if (recv(parent, &leave, sizeof leave, 0) != sizeof leave) _exit(2);
 
