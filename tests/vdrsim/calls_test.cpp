@@ -17,7 +17,6 @@ using run::kStaticClient;
 using run::kVdrsim;
 using run::Result;
 using run::Supervised;
-using run::SupervisedLine;
 using run::SupervisedWith;
 
 class RunOfEachLinkage : public testing::TestWithParam<std::string> {};
@@ -91,9 +90,10 @@ TEST(Calls, ACommandOfAProgramThatCannotBeLookedAtIsRefused) {
 // Where what may not be looked at seems not to be there.
 TEST(Calls, ACommandOfAProgramThatIsHiddenIsRefused) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can hide processes";
-  ExpectSuccess(Execute({"unshare", "-m", "sh", "-c",
-                         "mount -o remount,hidepid=2 /proc && exec setpriv --reuid=65534 "
-                         "--regid=65534 --clear-groups -- vdrsim run -- $CLIENT check hidden"}));
+  const char* const asNobody =
+      "mount -o remount,hidepid=2 /proc && exec setpriv --reuid=65534 --regid=65534 --clear-groups "
+      "-- vdrsim run -- $CLIENT check hidden";
+  ExpectSuccess(Execute({"unshare", "-m", "sh", "-c", asNobody}));
 }
 
 TEST(Calls, WhatLinuxWouldAnswerForAPlainFileIsNoRequestOfTheDevice) {
