@@ -20,6 +20,7 @@ using run::kVdrsim;
 using run::Program;
 using run::Result;
 using run::Supervised;
+using run::SupervisedWith;
 
 TEST(Attack, AProgramThatIsExecutedMeanwhileGetsNothingOfTheReply) {
   ExpectSuccess(Supervised({kExecRace, "300"}), "0 of 300 damaged\n");
@@ -48,6 +49,20 @@ TEST(Attack, ABlockedRunCanBeEnded) {
   if (result.output == "no userfaultfd\n") GTEST_SKIP();
   EXPECT_EQ(result.signal, SIGTERM);
   EXPECT_TRUE(result.leftNobody);
+}
+
+// Beside them there are the first thread and perhaps one of a sanitizer, though some have rested before.
+TEST(Attack, NoMoreThan64WorkersAreBlocked) {
+  const std::string script =
+      "for i in 1 2 3 4 5 6 7 8; do $CLIENT level >/dev/null; done; said=$(mktemp); "
+      "\"$0\" block 100 64 >\"$said\" & until [ -s \"$said\" ]; do sleep 0.01; done; "
+      "if grep -q userfaultfd \"$said\"; then echo none; else "
+      "sleep 0.5; [ $(ls /proc/$PPID/task | wc -l) -gt 66 ] || echo held; kill -9 $!; fi; rm "
+      "\"$said\"";
+  const Result result =
+      SupervisedWith({"--fault", "GetLogLevel:delay=1ms"}, {"sh", "-c", script, kOwnPages});
+  if (result.output == "none\n") GTEST_SKIP();
+  ExpectSuccess(result, "held\n");
 }
 
 TEST(Attack, PermissionsThatACallerTakesAwayAreNobodyElsesConcern) {

@@ -97,8 +97,8 @@ bool Supervisor::ReachedCommand(int signal) const {
 
 void Supervisor::Reap() {
   int status = 0;
-  for (pid_t child = waitpid(-1, &status, WNOHANG | WUNTRACED); child > 0;
-       child = waitpid(-1, &status, WNOHANG | WUNTRACED)) {
+  pid_t child = 0;
+  while ((child = waitpid(-1, &status, WNOHANG | WUNTRACED)) > 0) {
     if (child == launched_.command && WIFSTOPPED(status)) signals_.Stop();
     if (WIFSTOPPED(status)) continue;
     askedToEnd_.erase(child);
