@@ -54,6 +54,9 @@ NO_STATEMENT = {
     "auto", "case", "catch", "const", "constexpr", "default", "do", "else", "for", "if", "return",
     "static", "static_assert", "struct", "switch", "template", "try", "typename", "using", "while",
 }
+# Classes that are empty without being told.
+EMPTY_BY_ITSELF = re.compile(
+    r"\bstd::(span|string|string_view|vector|optional|shared_ptr|unique_ptr)(<[^;=]*>)? \w+ $")
 WIDTHS = {"U8": 1, "U16": 2, "U24": 3, "U32": 4, "U64": 8, "Mac": 6}
 
 
@@ -66,7 +69,7 @@ class Source(mutation_text.Text):
     def __init__(self, path, text, next_code):
         super().__init__(path, text)
         self.next_code = next_code
-        self.skipped = self.regions(r"\bstatic_assert\s*\(")
+        self.skipped = self.regions(r"\bstatic_assert\s*\(|\.reserve\(")
         self.rows = self.regions(r"\bField \w+Rows\[\] = \{")
         self.codes = self.regions(r"\benum class CommandCode : int \{")
 
@@ -322,7 +325,8 @@ class Source(mutation_text.Text):
             if self.word(index) != "{" or self.word(index + 1) != "}":
                 continue
             if self.word(index - 1) == "=":
-                self.add(index - 1, index + 1, "", "initialiser removed")
+                if not EMPTY_BY_ITSELF.search(self.text[:self.tokens[index - 1].start]):
+                    self.add(index - 1, index + 1, "", "initialiser removed")
             elif self.word(index - 2) == ":":
                 self.add(index - 2, index + 1, "", "initialiser removed")
 
@@ -336,6 +340,8 @@ class Source(mutation_text.Text):
             statement = self.span(index, end)
             if self.word(end) != ";" or token.text in NO_STATEMENT:
                 continue
+            if ".reserve(" in statement:
+                continue  # memory is asked for beforehand, and otherwise when it is needed
             if re.match(r"[\w:]+(<[^;=]*>)?[*&]*\s+[*&]*\w+\s*[;=\[{]", statement):
                 continue  # a declaration
             self.add(index, end, ";", f"`{statement}` removed")
