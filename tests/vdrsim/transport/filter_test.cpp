@@ -22,9 +22,10 @@ constexpr uint32_t kPasses = 0x7fff0000;
 uint32_t Decide(const std::vector<sock_filter>& program, const seccomp_data& call) {
   uint32_t value = 0;
   for (size_t at = 0;; ++at) {
-    const auto& [code, whenTrue, whenFalse, number] = program.at(at);
-    const auto jump = [&](bool isTrue) { at += isTrue ? whenTrue : whenFalse; };
-    switch (code) {
+    const sock_filter& step = program.at(at);
+    const uint32_t number = step.k;
+    const auto jump = [&](bool isTrue) { at += isTrue ? step.jt : step.jf; };
+    switch (step.code) {
       case BPF_LD | BPF_W | BPF_ABS:
         std::memcpy(&value, reinterpret_cast<const std::byte*>(&call) + number, sizeof value);
         break;
@@ -83,7 +84,7 @@ constexpr uint64_t kOfPlainFiles[] = {0x541b,     0x5460,     0x80086601, 0x4008
 
 std::vector<Call> Requests() {
   std::vector<Call> calls;
-  for (const uint64_t request : {0, 1, 9, 128, 254, 255})
+  for (const uint64_t request : {0UL, 1UL, 9UL, 128UL, 254UL, 255UL})
     calls.push_back({SYS_ioctl, {7, request}});
   for (const uint64_t request : kOfPlainFiles) calls.push_back({SYS_ioctl, {7, request}});
   return calls;
@@ -104,7 +105,8 @@ TEST(Filter, DoesNotLookAtTheUpperHalfOfARequest) {
 
 TEST(Filter, LetsOtherRequestsPass) {
   std::vector<Call> calls;
-  for (const uint64_t request : {0x100, 0x109, 0x1ff, 0x8000, 0x5401, 0x5421, 0x5451}) {
+  for (const uint64_t request :
+       {0x100UL, 0x109UL, 0x1ffUL, 0x8000UL, 0x5401UL, 0x5421UL, 0x5451UL}) {
     calls.push_back({SYS_ioctl, {7, request, 9}});
   }
   for (const uint64_t request : kOfPlainFiles) {
@@ -129,14 +131,14 @@ std::vector<Call> Opens(uint64_t flags, uint64_t others) {
 }
 
 TEST(Filter, HoldsUpOpensForReadingAndWriting) {
-  for (const uint64_t flags : {0x2, 0x3, 0x80002, 0x80842, 0x200002}) {
+  for (const uint64_t flags : {0x2UL, 0x3UL, 0x80002UL, 0x80842UL, 0x200002UL}) {
     ExpectOf(Scope::ReadWriteOpens, Opens(flags, 0), kHeldUp);
     ExpectOf(Scope::EveryOpenAndLook, Opens(flags, 0), kHeldUp);
   }
 }
 
 TEST(Filter, HoldsUpOtherOpensOnDemand) {
-  for (const uint64_t flags : {0x0, 0x1, 0x80000, 0x80801, 0x241}) {
+  for (const uint64_t flags : {0x0UL, 0x1UL, 0x80000UL, 0x80801UL, 0x241UL}) {
     ExpectOf(Scope::ReadWriteOpens, Opens(flags, 2), kPasses);
     ExpectOf(Scope::EveryOpenAndLook, Opens(flags, 2), kHeldUp);
   }
