@@ -44,7 +44,7 @@ TEST(RecordDescriptions, APublicAddressEntryHoldsUpTo256ItemsFromByte18On) {
     fake::Bytes source = wire::Pattern(1042);
     std::memcpy(source.data() + 14, &items, 4);
     fake::Bytes expected = source;
-    std::fill(expected.begin() + 18 + 4 * items, expected.end(), 0);
+    std::fill(expected.begin() + 18 + 4L * items, expected.end(), 0);
     EXPECT_BYTES(Decode<kVMPublicIPEntry>(source), expected);
   }
 }

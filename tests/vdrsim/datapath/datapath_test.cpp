@@ -23,7 +23,6 @@ using in_process::Result;
 using in_process::Scalar;
 using vdrsim::Datapath;
 
-constexpr uint32_t kRoomForOne = 577;
 constexpr uint32_t kRoomForAll = 2000000;
 
 int Set(Datapath& datapath, std::string_view name) {

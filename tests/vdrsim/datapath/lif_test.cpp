@@ -204,7 +204,7 @@ TEST_F(SimulatedLifs, AnInstanceHasRoomForTenThousandOfEachKind) {
     const Result all = List(list, Block("edge-1"));
     ASSERT_EQ(all.reply.size(), 9610000U);
     EXPECT_EQ(all.TextAt(0), set == 19 ? "lif-10" : "lif-1");
-    EXPECT_EQ(all.TextAt(9999 * 961), set == 19 ? "uplink" : "lif-9999");
+    EXPECT_EQ(all.TextAt(9999UL * 961), set == 19 ? "uplink" : "lif-9999");
     EXPECT_EQ(Execute(datapath_, list, Block("edge-1"), 9609999).error, EINVAL);
   }
 }

@@ -21,7 +21,6 @@ using journal_test::TemporaryFilesIn;
 using journal_test::TemporaryFolder;
 using vdrsim::Entry;
 using vdrsim::Spool;
-using wire::Wire;
 
 std::vector<uint64_t> Take(Spool& spool) {
   std::vector<std::byte> batch;
