@@ -17,6 +17,7 @@ using run::kStaticClient;
 using run::kVdrsim;
 using run::Result;
 using run::Supervised;
+using run::SupervisedLine;
 using run::SupervisedWith;
 
 class RunOfEachLinkage : public testing::TestWithParam<std::string> {};
@@ -98,6 +99,12 @@ TEST(Calls, ACommandOfAProgramThatIsHiddenIsRefused) {
 
 TEST(Calls, WhatLinuxWouldAnswerForAPlainFileIsNoRequestOfTheDevice) {
   ExpectSuccess(Supervised({kClient, "check", "plain-file-requests"}));
+}
+
+TEST(Calls, AnOpenWithoutRoomForADescriptorFailsSo) {
+  ExpectSuccess(SupervisedLine("prlimit --pid $PPID --nofile=3:; $CLIENT level; "
+                               "prlimit --pid $PPID --nofile=1024:; $CLIENT level"),
+                "EMFILE\n0\n");
 }
 
 // A name space of mounts in which the host has the nodes, which are the null and the zero device by

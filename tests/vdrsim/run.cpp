@@ -39,7 +39,8 @@ bool HasPendingSignals(const std::string& process) {
   std::ifstream status("/proc/" + process + "/status");
   std::string line;
   while (std::getline(status, line)) {
-    if (line.starts_with("ShdPnd:")) return line.find_first_not_of("ShdPn:\t0") != line.npos;
+    if (line.starts_with("ShdPnd:"))
+      return line.find_first_not_of("ShdPn:\t0") != std::string::npos;
   }
   return false;
 }

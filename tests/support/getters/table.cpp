@@ -14,8 +14,8 @@ const Getter& Find(std::vector<Getter> Family::*shape, std::string_view name) {
       if (getter.name == name) return getter;
     }
   }
-  std::fprintf(stderr, "%.*s: no getter of this shape in tests/support/getters/\n",
-               static_cast<int>(name.size()), name.data());
+  (void)std::fprintf(stderr, "%.*s: no getter of this shape in tests/support/getters/\n",
+                     static_cast<int>(name.size()), name.data());
   std::abort();
 }
 

@@ -127,7 +127,7 @@ TEST(Recording, ReadsAllDigits) {
   EXPECT_EQ(recording.Input(command), wire::Bytes(expected.begin(), expected.end()));
   // What became something else meanwhile is no digit any more, wherever it stands.
   for (const char other : {'/', ':', '@', 'G', '`', 'g', '\0', '\xff'}) {
-    for (const size_t place : {0, 1, 21}) {
+    for (const size_t place : {0UL, 1UL, 21UL}) {
       std::string changed = content;
       changed[changed.find("0123456789abc") + place] = other;
       Write(path, changed);

@@ -24,7 +24,7 @@ class Pinned : public testing::Test {
       GTEST_SKIP() << "the kernel can't tell what may be written";
     }
     ASSERT_TRUE(memory_);
-    for (const size_t page : {0, 3}) {
+    for (const size_t page : {0UL, 3UL}) {
       ASSERT_EQ(mprotect(pages_.bytes().data() + page * kPage, kPage, PROT_READ), 0);
     }
     // Other rights make another map of the second page.
