@@ -61,7 +61,7 @@ void ExpectTable(uint32_t count) {
   EXPECT_EQ(device.steps,
             UpToHeader({"calloc(" + std::to_string(count) + ", 68)", "free(139268)"}));
   EXPECT_EQ(CountOf(table), static_cast<int32_t>(count));
-  EXPECT_BYTES(wire::BytesOf(EntriesOf(table), 68 * count),
+  EXPECT_BYTES(wire::BytesOf(EntriesOf(table), 68UL * count),
                fake::Bytes(reply.begin() + 4, reply.end()));
   VDRZAX_ReleaseVTEPTable(table);
   EXPECT_EQ(device.Live(), std::vector<std::size_t>{});

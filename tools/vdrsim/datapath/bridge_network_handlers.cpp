@@ -55,6 +55,7 @@ std::vector<NetworkRow> NetworksOf(const Instance& instance) {
     if (bridges.Find(name.bridge)) ++ports[name];
   }
   std::vector<NetworkRow> rows;
+  rows.reserve(ports.size());
   for (const auto& [name, count] : ports) {
     rows.push_back({name, count, bridges.Find(name.bridge)});
   }
