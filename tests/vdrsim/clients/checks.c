@@ -53,6 +53,10 @@ int check_open_flags(void) {
   EXPECT(fcntl(closing, F_GETFD) == FD_CLOEXEC);
   EXPECT((fcntl(plain, F_GETFL) & (O_ACCMODE | O_NONBLOCK)) == O_RDWR);
   EXPECT((fcntl(closing, F_GETFL) & (O_ACCMODE | O_NONBLOCK)) == (O_RDWR | O_NONBLOCK));
+#ifdef SYS_open
+  const long old = syscall(SYS_open, NORMAL_NODE, O_RDWR | O_CLOEXEC, 0);
+  EXPECT(fcntl((int)old, F_GETFD) == FD_CLOEXEC);
+#endif
   EXPECT(fcntl(plain, F_SETFL, O_NONBLOCK) == 0);
   EXPECT((fcntl(open(NORMAL_NODE, O_RDWR), F_GETFL) & O_NONBLOCK) == 0);
 
