@@ -159,7 +159,7 @@ class OnATerminal(unittest.TestCase):
     def test_lines_without_room_are_counted(self):
         before = '"$0" instance set a; "$0" instance set b; "$0" instance set c'
         for lines, wanted in ((5, "name\x1b[K\r\na\x1b[K\r\nb\x1b[K\r\nc\x1b[K\r\n\x1b[J"),
-                              (4, "name\x1b[K\r\na\x1b[K\r\nb\x1b[K\r\n\x1b[J1 more lines"),
+                              (4, "name\x1b[K\r\na\x1b[K\r\nb\x1b[K\r\n\x1b[J1 more line"),
                               (3, "name\x1b[K\r\na\x1b[K\r\n\x1b[J2 more lines")):
             shown, _ = self.watch("--watch", "0.1", "instance", "list", "--columns", "name",
                                   end=b"\x03", before=before, lines=lines)

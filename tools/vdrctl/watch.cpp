@@ -76,7 +76,7 @@ void Screen::Show(std::string_view text) {
     text.remove_prefix(std::min(end + 1, text.size()));
   }
   screen += "\x1b[J";
-  if (hidden > 0) screen += std::to_string(hidden) + " more lines";
+  if (hidden > 0) screen += std::to_string(hidden) + (hidden == 1 ? " more line" : " more lines");
   Put(screen);
 }
 

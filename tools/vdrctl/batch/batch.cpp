@@ -86,7 +86,9 @@ int Batch::Run() {
   if (wrong_ == 0) CheckColumns(view.presentation());
   if (wrong_ > kMostComplaints) {
     report_.SetLine(0);
-    report_.WrongUsage(fmt::format("{} more lines are wrong", wrong_ - kMostComplaints), "");
+    const std::size_t more = wrong_ - kMostComplaints;
+    report_.WrongUsage(fmt::format("{} more {} wrong", more, more == 1 ? "line is" : "lines are"),
+                       "");
   }
   if (wrong_ > 0) return kWrongUsage;
   return options_.dryRun ? kDone : CarryOutAll(view.presentation());
