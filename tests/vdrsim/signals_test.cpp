@@ -41,6 +41,21 @@ TEST(Signals, ForwardsASignalThatCameToItAlone) {
   }
 }
 
+// Meanwhile it must not take for gone what it can't see.
+TEST(Signals, WhatIsLeftIsEndedAsSoonAsItCanBeLookedForAgain) {
+  Program program(
+      {kVdrsim, "run", "--", "sh", "-c",
+       "sleep 1000 & trap '' TERM; prlimit --pid $PPID --nofile=3:; echo ready; read end; "
+       "(sleep 0.3; prlimit --pid $PPID --nofile=1024:) &"});
+  program.AwaitOutput("ready\n");
+  program.Signal(SIGTERM);
+  program.AwaitSignalsTaken();
+  program.Type("\n");
+  const Result result = program.Finish();
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_TRUE(result.leftNobody);
+}
+
 // A shell that stays between the terminal and vdrsim would get the key too, and end by it.
 TEST(Signals, LeavesTheKeysOfTheTerminalToTheCommand) {
   Program terminal({"script", "-qec", "exec vdrsim run -- $CLIENT count 2", "/dev/null"});
