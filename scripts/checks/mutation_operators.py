@@ -57,6 +57,8 @@ NO_STATEMENT = {
 # Classes that are empty without being told.
 EMPTY_BY_ITSELF = re.compile(
     r"\bstd::(span|string|string_view|vector|optional|shared_ptr|unique_ptr)(<[^;=]*>)? \w+ $")
+# Memory that is asked for beforehand would be asked for when it is needed.
+RESERVE = re.compile(r"[\w.]+\.reserve\([^;]*;")
 WIDTHS = {"U8": 1, "U16": 2, "U24": 3, "U32": 4, "U64": 8, "Mac": 6}
 
 
@@ -69,7 +71,8 @@ class Source(mutation_text.Text):
     def __init__(self, path, text, next_code):
         super().__init__(path, text)
         self.next_code = next_code
-        self.skipped = self.regions(r"\bstatic_assert\s*\(|\.reserve\(")
+        self.skipped = self.regions(r"\bstatic_assert\s*\(")
+        self.reserves = [range(*found.span()) for found in RESERVE.finditer(text)]
         self.rows = self.regions(r"\bField \w+Rows\[\] = \{")
         self.codes = self.regions(r"\benum class CommandCode : int \{")
 
@@ -97,6 +100,8 @@ class Source(mutation_text.Text):
         seen = set()
         result = []
         for mutant in sorted(self.mutants):
+            if self.is_in(mutant.start, self.reserves):
+                continue
             changed = self.text[:mutant.start] + mutant.replacement + self.text[mutant.end:]
             if changed != self.text and changed not in seen:
                 seen.add(changed)
@@ -340,8 +345,6 @@ class Source(mutation_text.Text):
             statement = self.span(index, end)
             if self.word(end) != ";" or token.text in NO_STATEMENT:
                 continue
-            if ".reserve(" in statement:
-                continue  # memory is asked for beforehand, and otherwise when it is needed
             if re.match(r"[\w:]+(<[^;=]*>)?[*&]*\s+[*&]*\w+\s*[;=\[{]", statement):
                 continue  # a declaration
             self.add(index, end, ";", f"`{statement}` removed")

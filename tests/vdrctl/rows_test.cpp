@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>

@@ -91,10 +91,9 @@ TEST(Calls, ACommandOfAProgramThatCannotBeLookedAtIsRefused) {
 // Where what may not be looked at seems not to be there.
 TEST(Calls, ACommandOfAProgramThatIsHiddenIsRefused) {
   if (geteuid() != 0) GTEST_SKIP() << "only root can hide processes";
-  const char* const asNobody =
-      "mount -o remount,hidepid=2 /proc && exec setpriv --reuid=65534 --regid=65534 --clear-groups "
-      "-- vdrsim run -- $CLIENT check hidden";
-  ExpectSuccess(Execute({"unshare", "-m", "sh", "-c", asNobody}));
+  ExpectSuccess(Execute({"unshare", "-m", "sh", "-c",
+                         "mount -o remount,hidepid=2 /proc && exec setpriv --reuid=65534 "
+                         "--regid=65534 --clear-groups -- vdrsim run -- $CLIENT check hidden"}));
 }
 
 TEST(Calls, WhatLinuxWouldAnswerForAPlainFileIsNoRequestOfTheDevice) {

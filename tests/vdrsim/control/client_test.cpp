@@ -8,8 +8,10 @@
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
+#include <stdexcept>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 using vdrsim::control::Give;

@@ -211,6 +211,9 @@ struct FormRule {
 };
 
 bool IsNumber(const Field& field) { return field.kind == Field::Kind::Number; }
+bool HasBytes(const Field& field, uint32_t count) {
+  return field.kind == Field::Kind::Bytes && field.width == count;
+}
 
 constexpr FormRule kForms[] = {
     {"decimal", Dress::Plain, IsNumber},
@@ -219,12 +222,15 @@ constexpr FormRule kForms[] = {
     {"boolean", Dress::Boolean, IsNumber},
     {"flags", Dress::Flags, IsNumber},
     {"ipv4", Dress::Ipv4,
-     [](const Field& field) { return IsNumber(field) && field.ElementWidth() == 4; }},
+     [](const Field& field) {
+       return (IsNumber(field) && field.ElementWidth() == 4) || HasBytes(field, 4);
+     }},
     {"ipv6", Dress::Ipv6,
      [](const Field& field) {
-       return (IsNumber(field) || field.kind == Field::Kind::Bytes) && field.width == 16;
+       return (IsNumber(field) && field.width == 16) || HasBytes(field, 16);
      }},
-    {"mac", Dress::Mac, [](const Field& field) { return field.kind == Field::Kind::Mac; }},
+    {"mac", Dress::Mac,
+     [](const Field& field) { return field.kind == Field::Kind::Mac || HasBytes(field, 6); }},
     {"text", Dress::Text,
      [](const Field& field) {
        return field.kind == Field::Kind::Bytes || field.kind == Field::Kind::Text;

@@ -97,7 +97,7 @@ std::vector<char*> AsArguments(const std::vector<std::string>& texts) {
   return pointers;
 }
 
-// Once the filter is there, each call of these kinds waits for the parent.
+// Once the filter is there, each call that it holds up waits for the parent.
 Progress Confine(std::vector<sock_filter>& filter, UniqueFd& listener) {
   if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) != 0) return {Step::Privileges, errno};
   listener = UniqueFd(InstallFilter(filter));
