@@ -46,6 +46,7 @@ class Caller {
   ~Caller();
 
   pid_t process() const { return process_; }
+  int listener() const { return listener_.get(); }
   // The next of its calls, which waits.
   vdrsim::HeldUpCall& Next();
   void Kill() const;

@@ -8,18 +8,23 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
+#include <numeric>
+#include <optional>
 #include <span>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "caller.h"
+#include "kernel.h"
 
 namespace {
 
 using transport_test::Caller;
 using transport_test::Command;
 using transport_test::SharedPages;
+using transport_test::WatchedKernel;
 
 constexpr size_t kPages = 150;  // more than are looked at at once
 
@@ -131,8 +136,83 @@ TEST_P(CallerMemory, IsNotWrittenWhenTheCallerDoesNotWaitAnyMore) {
   EXPECT_FALSE(memory_.IsWritable(pages_.Address(), 1));
 }
 
+using Pieces = std::vector<std::vector<size_t>>;
+
+// How long the pieces of each call are on the other side. On this side is room for them in one.
+Pieces PiecesOfEach(transport_test::Kernel::Memory& place, const std::function<void()>& calls) {
+  Pieces pieces;
+  place = [&](pid_t, const iovec* local, unsigned long localCount, const iovec* remote,
+              unsigned long remoteCount, unsigned long flags) {
+    EXPECT_EQ(flags, 0);
+    std::vector<size_t>& sizes = pieces.emplace_back();
+    for (const iovec& piece : std::span(remote, remoteCount)) sizes.push_back(piece.iov_len);
+    size_t room = 0;
+    for (const iovec& piece : std::span(local, localCount)) room += piece.iov_len;
+    EXPECT_EQ(room, std::accumulate(sizes.begin(), sizes.end(), size_t{0}));
+    return std::optional<ssize_t>();
+  };
+  calls();
+  place = {};
+  return pieces;
+}
+
+TEST_P(CallerMemory, IsAskedForAtMost64PagesAtOnce) {
+  const auto ask = [this] { EXPECT_TRUE(memory_.IsWritable(pages_.Address(5), Page(129) - 5)); };
+  const std::vector<size_t> most(64, 1);
+  const bool isHeld = GetParam() && transport_test::KernelTells();
+  const Pieces expected = isHeld ? Pieces{} : Pieces{most, most, {1}};
+  const WatchedKernel kernel;
+  EXPECT_EQ(PiecesOfEach(kernel->process_vm_readv, ask), expected);
+  EXPECT_EQ(PiecesOfEach(kernel->process_vm_writev, ask), expected);
+}
+
+// And by none where nothing is asked for.
+TEST_P(CallerMemory, IsReadByOneCall) {
+  std::vector<char> text(100);
+  std::vector<std::byte> bytes(2);
+  const auto read = [&] {
+    EXPECT_TRUE(memory_.Read(pages_.Address(), bytes));
+    EXPECT_TRUE(memory_.Read(pages_.Address(), {}));
+    EXPECT_EQ(memory_.ReadText(pages_.Address(Page(1) - 9), text), "");
+  };
+  const WatchedKernel kernel;
+  EXPECT_EQ(PiecesOfEach(kernel->process_vm_readv, read), (Pieces{{2}, {9, 91}}));
+}
+
+// It takes a call of its own, so it is done once, and by the first thread alone.
+TEST_P(CallerMemory, IsLookedAtOnceForOtherThreads) {
+  int looks = 0;
+  const WatchedKernel kernel;
+  kernel->statx = [&](auto...) {
+    ++looks;
+    return std::optional<int>();
+  };
+  const std::byte byte{3};
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_TRUE(memory_.Write({{pages_.Address(), std::span(&byte, 1)}}));
+    EXPECT_EQ(looks, 1);
+    EXPECT_TRUE(memory_.IsWritable(pages_.Address(), 1));
+    EXPECT_EQ(looks, 1);
+  }
+  vdrsim::CallerMemory other(call_);
+  EXPECT_TRUE(other.IsWritable(pages_.Address(), 1));
+  EXPECT_EQ(looks, 2);
+}
+
 INSTANTIATE_TEST_SUITE_P(Callers, CallerMemory, testing::Bool(), [](const auto& hasThread) {
   return hasThread.param ? "BesideAThread" : "Alone";
 });
+
+TEST(CallerMemoryOfAThread, IsNotLookedAtForOthers) {
+  const SharedPages pages(1);
+  Caller caller([] { std::thread([] { Command(0); }).join(); });
+  vdrsim::CallerMemory memory(caller.Next());
+  const WatchedKernel kernel;
+  kernel->statx = [&](auto...) {
+    ADD_FAILURE();
+    return std::optional<int>();
+  };
+  EXPECT_TRUE(memory.IsWritable(pages.Address(), 1));
+}
 
 }  // namespace

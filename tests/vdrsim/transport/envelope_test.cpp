@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "caller.h"
+#include "kernel.h"
 #include "wire.h"
 
 namespace {
@@ -92,6 +93,18 @@ TEST_F(Envelope, SaysWhatTheCallerWrote) {
 
 TEST_F(Envelope, ChangesInItsLengthAlone) {
   EXPECT_EQ(Deliver(4), 0);
+  ExpectChanged(4, 4);
+}
+
+TEST_F(Envelope, TakesAReplyAndItsLengthInOneWrite) {
+  int writes = 0;
+  const transport_test::WatchedKernel kernel;
+  kernel->process_vm_writev = [&](auto...) {
+    ++writes;
+    return std::optional<ssize_t>();
+  };
+  EXPECT_EQ(Deliver(4), 0);
+  EXPECT_EQ(writes, 1);
   ExpectChanged(4, 4);
 }
 
@@ -181,7 +194,7 @@ TEST(EnvelopeOfPages, GetsNothingBehindAPieceThatCannotBeWritten) {
   vdrsim::Answer answer{.reply = vdrsim::Reply(std::make_unique<Pages>())};
   answer.reply.Prepare();
   EXPECT_EQ(envelope.Deliver(answer), EFAULT);
-  EXPECT_EQ(std::ranges::count(pages.bytes(), std::byte{0x11}), page);
+  EXPECT_EQ(std::ranges::count(pages.bytes().subspan(page), std::byte{0x11}), page);
 }
 
 }  // namespace

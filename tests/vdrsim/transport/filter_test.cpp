@@ -6,13 +6,20 @@
 #include <sys/syscall.h>
 
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <stdexcept>
+#include <string>
 #include <vector>
+
+#include "kernel.h"
+#include "transport/start_failure.h"
 
 namespace {
 
+using transport_test::WatchedKernel;
 using vdrsim::Scope;
 
 constexpr uint32_t kHeldUp = 0x7fc00000;
@@ -178,6 +185,56 @@ TEST(Filter, LetsCallsOfOtherArchitecturesPass) {
   for (long number = 0; number < 500; ++number) {
     EXPECT_EQ(Decide(program, Data({number, {}}, kNone)), kPasses) << number;
   }
+}
+
+std::string Failure() {
+  try {
+    (void)vdrsim::SupervisedCallsFilter(Scope::EveryOpenAndLook);
+  } catch (const vdrsim::StartFailure& failure) {
+    return failure.what();
+  }
+  return "";
+}
+
+TEST(Filter, SaysWhereItCannotBeBuilt) {
+  const WatchedKernel kernel;
+  kernel->seccomp_init = [](uint32_t) { return std::optional<void*>(nullptr); };
+  EXPECT_EQ(Failure(), "cannot build the seccomp filter: Cannot allocate memory");
+  kernel->seccomp_init = {};
+  kernel->seccomp_export_bpf = [](void*, int) { return std::optional(-EFAULT); };
+  EXPECT_EQ(Failure(), "cannot build the seccomp filter: Bad address");
+  kernel->seccomp_export_bpf = {};
+  kernel->memfd_create = [](const char*, unsigned) {
+    errno = EMFILE;
+    return std::optional(-1);
+  };
+  EXPECT_EQ(Failure(), "cannot create a memory file: Too many open files");
+  kernel->memfd_create = {};
+  kernel->pread = [](auto...) { return std::optional<ssize_t>(0); };
+  EXPECT_EQ(Failure(), "cannot read the seccomp filter: Input/output error");
+}
+
+// The flags that the filter is installed with, where each try ends so.
+std::vector<long> FlagsOfEachTry(long result, int error) {
+  std::vector<sock_filter> filter(1);
+  std::vector<long> tries;
+  const WatchedKernel kernel;
+  kernel->syscall = [&](long number, long operation, long flags, auto...) {
+    EXPECT_EQ(number, SYS_seccomp);
+    EXPECT_EQ(operation, SECCOMP_SET_MODE_FILTER);
+    tries.push_back(flags);
+    errno = error;
+    return std::optional(result);
+  };
+  EXPECT_EQ(vdrsim::InstallFilter(filter), result);
+  return tries;
+}
+
+// With a listener (8), and waiting for answers whatever signals come (32), since Linux 5.19.
+TEST(Filter, IsInstalledByOlderKernelsToo) {
+  EXPECT_EQ(FlagsOfEachTry(-1, EINVAL), (std::vector<long>{40, 8}));
+  EXPECT_EQ(FlagsOfEachTry(-1, EPERM), (std::vector<long>{40}));
+  EXPECT_EQ(FlagsOfEachTry(0, EINVAL), (std::vector<long>{40})) << "the error is an older one";
 }
 
 }  // namespace

@@ -5,14 +5,21 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "caller.h"
+#include "kernel.h"
 
 namespace {
 
 using transport_test::SharedPages;
+using transport_test::WatchedKernel;
 using vdrsim::PinnedMemory;
 
 // The test's own: a page that can't be written, two that can, and one that can't.
@@ -56,6 +63,34 @@ TEST_F(Pinned, IsWrittenWhereItIsWritable) {
   EXPECT_TRUE(memory_->Write(pages_.Address(2 * kPage - 1), bytes));
   EXPECT_TRUE(std::ranges::equal(pages_.bytes().subspan(2 * kPage - 1, kPage + 1), bytes));
   EXPECT_EQ(std::ranges::count(pages_.bytes(), std::byte{5}), kPage + 1);
+}
+
+// The whole question: its length, what is asked for and where, and room for the answer.
+TEST_F(Pinned, IsAskedForInThirteenWords) {
+  std::vector<std::array<uint64_t, 13>> asked;
+  const WatchedKernel kernel;
+  kernel->ioctl = [&](int, unsigned long request, void* question) {
+    EXPECT_EQ(request, 0xc0686611);
+    asked.emplace_back();
+    std::memcpy(asked.back().data(), question, sizeof asked.back());
+    return std::optional<int>();
+  };
+  EXPECT_TRUE(PinnedMemory::Of(getpid()));
+  EXPECT_TRUE(IsWritable(kPage + 7, kPage + 9));
+  EXPECT_EQ(asked, (std::vector<std::array<uint64_t, 13>>{{104, 2, 0},
+                                                          {104, 2, pages_.Address(kPage + 7)}}));
+}
+
+TEST_F(Pinned, IsHeldByBothFilesOrNotAtAll) {
+  const WatchedKernel kernel;
+  for (const std::string_view file : {"/mem", "/maps"}) {
+    kernel->open = [&](const char* path, int) -> std::optional<int> {
+      if (!std::string_view(path).ends_with(file)) return std::nullopt;
+      errno = EMFILE;
+      return -1;
+    };
+    EXPECT_FALSE(PinnedMemory::Of(getpid())) << file;
+  }
 }
 
 TEST_F(Pinned, LeadsToNothingThatIsNotThere) { EXPECT_FALSE(PinnedMemory::Of(-1)); }

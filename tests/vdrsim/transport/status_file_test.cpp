@@ -7,11 +7,17 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <optional>
+#include <string>
 #include <thread>
+#include <utility>
 #include <vector>
+
+#include "kernel.h"
 
 namespace {
 
+using transport_test::WatchedKernel;
 using vdrsim::StatusFile;
 
 uint64_t Number(const StatusFile& status, const char* label, int base = 10) {
@@ -63,6 +69,24 @@ TEST(StatusFile, SaysWhatStandsBehindManyGroups) {
     }
   }).join();
   if (!canJoin) GTEST_SKIP() << "only root can be of so many groups";
+}
+
+// Each part of a file overlaps the one before by more than a line; a short one is the last.
+TEST(StatusFile, IsReadInPartsThatOverlap) {
+  const std::string file = "Name:\tmany\n" + std::string(4090, 'x') + "\nTgid:\t42\nlast:\t7";
+  std::vector<std::pair<size_t, off_t>> parts;
+  const WatchedKernel kernel;
+  kernel->pread = [&](int, void* buffer, size_t size, off_t offset) {
+    parts.emplace_back(size, offset);
+    return std::optional(static_cast<ssize_t>(
+        file.copy(static_cast<char*>(buffer), size, static_cast<size_t>(offset))));
+  };
+  const StatusFile status = StatusFile::Of(getpid());
+  EXPECT_EQ(Number(status, "Tgid:"), 42);
+  EXPECT_EQ(parts, (std::vector<std::pair<size_t, off_t>>{{4096, 0}, {4096, 3840}}));
+  parts.clear();
+  EXPECT_FALSE(status.Number("last:")) << "a line without an end";
+  EXPECT_EQ(parts, (std::vector<std::pair<size_t, off_t>>{{4096, 0}, {4096, 3840}}));
 }
 
 TEST(StatusFile, IsEmptyWhereThereIsNone) {

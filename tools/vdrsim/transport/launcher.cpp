@@ -38,7 +38,7 @@ std::vector<char*> AsArguments(const std::vector<std::string>& texts);
 [[noreturn]] void BecomeCommand(std::vector<char*>& arguments, const RunSignals& signals,
                                 std::vector<sock_filter>& filter, int parent);
 void SayUnusable(const char* command, int error);
-bool SendProgress(int parent, Progress progress, int listener);
+bool SendProgress(int parent, Progress progress, const UniqueFd& listener);
 Progress ReceiveProgress(int child, UniqueFd& listener);
 void CheckInjection(int listener, const DeviceNodes& nodes);
 void CheckMemory(pid_t child);
@@ -110,11 +110,11 @@ void BecomeCommand(std::vector<char*>& arguments, const RunSignals& signals,
                    std::vector<sock_filter>& filter, int parent) {
   UniqueFd listener;
   const Progress progress = Confine(filter, listener);
-  if (!SendProgress(parent, progress, listener.get())) _exit(2);
+  if (!SendProgress(parent, progress, listener)) _exit(EXIT_FAILURE);
   listener.Close();
   // None comes when something is missing.
   char leave = 0;
-  if (recv(parent, &leave, sizeof leave, 0) != sizeof leave) _exit(2);
+  if (recv(parent, &leave, sizeof leave, 0) != sizeof leave) _exit(EXIT_FAILURE);
 
   signals.Restore();
   execvp(arguments[0], arguments.data());
@@ -149,17 +149,18 @@ struct Message {
   msghdr header{};
 };
 
-bool SendProgress(int parent, Progress progress, int listener) {
+bool SendProgress(int parent, Progress progress, const UniqueFd& listener) {
   Message message;
   message.progress = progress;
-  if (listener < 0) {
+  if (!listener) {
     message.header.msg_controllen = 0;
   } else {
     cmsghdr* along = CMSG_FIRSTHDR(&message.header);
     along->cmsg_level = SOL_SOCKET;
     along->cmsg_type = SCM_RIGHTS;
-    along->cmsg_len = CMSG_LEN(sizeof listener);
-    std::memcpy(CMSG_DATA(along), &listener, sizeof listener);
+    const int descriptor = listener.get();
+    along->cmsg_len = CMSG_LEN(sizeof descriptor);
+    std::memcpy(CMSG_DATA(along), &descriptor, sizeof descriptor);
   }
   return sendmsg(parent, &message.header, MSG_NOSIGNAL) >= 0;
 }

@@ -37,8 +37,9 @@ PinnedMemory::PinnedMemory(UniqueFd bytes, UniqueFd map)
 std::optional<PinnedMemory> PinnedMemory::Of(pid_t process) {
   UniqueFd map(open(ProcPath("/proc/{}/maps", process).c_str(), O_RDONLY | O_CLOEXEC));
   MapQuery nothing{};
-  // Address 0 is never mapped so, and a kernel that knows the question says that.
-  if (!map || Ask(map, nothing) || errno != ENOENT) return std::nullopt;
+  // Address 0 is never mapped so, and a kernel that knows the question says that, where there is a
+  // map to ask.
+  if (Ask(map, nothing) || errno != ENOENT) return std::nullopt;
   UniqueFd bytes(open(ProcPath("/proc/{}/mem", process).c_str(), O_WRONLY | O_CLOEXEC));
   if (!bytes) return std::nullopt;
   return PinnedMemory(std::move(bytes), std::move(map));

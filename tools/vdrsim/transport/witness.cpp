@@ -5,6 +5,7 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <ctime>
 #include <utility>
 
@@ -26,7 +27,7 @@ namespace {
     while (sigtimedwait(&all, nullptr, &kAtOnce) > 0) {
     }
   }
-  _exit(0);
+  _exit(EXIT_SUCCESS);
 }
 
 }  // namespace
