@@ -177,7 +177,15 @@ class Vdrsim(Tool):
     folders = ("tools/vdrsim",)
     built = ("tools/vdrsim", "tests/vdrsim")
     targets = ("tools/vdrctl/all", "tools/vdrsim/all", "tests/guard/all", "tests/vdrsim/all",
-               "shared_datapath")
+               "shared_datapath", "unit_tests")
+
+    def tests(self):
+        """Of the unit tests those that read the table of requests."""
+        return [(name, test) for name, test in super().tests()
+                if not name.startswith("unit_tests.") or name == "unit_tests.Requests"]
+
+    def is_own(self, word):
+        return super().is_own(word) or word == f"{self.baseline.build}/tests/unit_tests"
 
 
 class Common(Tool):

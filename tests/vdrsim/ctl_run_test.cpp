@@ -61,6 +61,14 @@ TEST(Ctl, PutsOneStateInThePlaceOfAnother) {
                 "edge-1 2\nedge-2 2\nedge-1 1\nedge-1 1\n");
 }
 
+// Whatever is called so.
+TEST(Ctl, ADashIsStandardInput) {
+  ExpectSuccess(SupervisedLine("cd $(mktemp -d) && mkdir -- - && vdrsim ctl state show >here\n"
+                               "$CLIENT set edge-1 1 && vdrsim ctl state load - <here\n"
+                               "$CLIENT list; rm -r \"$PWD\""),
+                "");
+}
+
 TEST(Ctl, AStateThatIsWrongChangesNothing) {
   const Result result = SupervisedLine(
       "$CLIENT set edge-1 1\n"

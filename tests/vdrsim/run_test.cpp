@@ -185,6 +185,14 @@ TEST(Run, LeavesClosedWhatWasClosed) {
   }
 }
 
+// So that nothing of its own gets their numbers.
+TEST(Run, FillsThePlacesThatAreEmpty) {
+  ExpectSuccess(Execute({"sh", "-c",
+                         "exec vdrsim run -- sh -c 'readlink /proc/$PPID/fd/0; readlink "
+                         "/proc/$PPID/fd/2' 0<&- 2>&-"}),
+                "/dev/null\n/dev/null\n");
+}
+
 // Either there are too few to begin, and one line says so, or they suffice to the end.
 TEST(Run, EndsHoweverFewDescriptorsItMayHave) {
 #ifdef __SANITIZE_ADDRESS__

@@ -23,8 +23,8 @@ TEST(WrongState, IsToldWithLineAndColumnWhereItIsNoJson) {
 
 TEST(WrongState, IsToldByItsPath) {
   const struct {
-    const char* members;
-    const char* complaint;
+    std::string members;
+    std::string complaint;
   } kCases[] = {
       {R"("logLevell": 1)", "/logLevell: there is no such member (did you mean 'logLevel'?)"},
       {R"("instances": {"edge-1": {"secondd": 1}})",
@@ -125,6 +125,8 @@ TEST(WrongState, IsToldByItsPath) {
        "/instances/a/lifs/l/proxyArps/0/mac: there is no such member"},
       {R"("transportNode": {"bytes": "00"})",
        "/transportNode/bytes: '00' is not 64 bytes in hexadecimal"},
+      {"\"transportNode\": {\"bytes\": \"" + std::string(130, '0') + "\"}",
+       "/transportNode/bytes: '" + std::string(40, '0') + "'... is not 64 bytes in hexadecimal"},
       {R"("physicalMacs": [{"mac": "00:00:00:00:00:00"}])",
        "/physicalMacs: an address of zeros names none"},
       {R"("publicAddresses": [{"address": "1.1.1.1"}])",

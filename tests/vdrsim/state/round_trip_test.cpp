@@ -67,7 +67,8 @@ TEST(StateDocument, HoldsNamesOfAnyBytes) {
   for (const std::string& name :
        {every.substr(0, 63), every.substr(63, 63), every.substr(126, 63), every.substr(189, 63),
         std::string("\\xff"), std::string("\xff"), std::string("\xc3\xa9/~"),
-        std::string("\"a b\""), std::string("\\\\"), std::string("\xf0\x9f\x98\x80")}) {
+        std::string("\"a b\""), std::string("\\\\"), std::string("\\"), std::string("\""),
+        std::string("\xf0\x9f\x98\x80")}) {
     ASSERT_EQ(state.instances.Set(name, 100, [](vdrsim::Instance&) { return 0; }), 0);
   }
   const std::string document = Save(state);

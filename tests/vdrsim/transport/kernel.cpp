@@ -39,6 +39,8 @@ STANDS_BEFORE(ssize_t, process_vm_writev,
               (pid_t process, const iovec* local, unsigned long localCount, const iovec* remote,
                unsigned long remoteCount, unsigned long flags),
               (process, local, localCount, remote, remoteCount, flags))
+STANDS_BEFORE(ssize_t, readlink, (const char* path, char* buffer, size_t size),
+              (path, buffer, size))
 STANDS_BEFORE(ssize_t, recvmsg, (int socket, msghdr* message, int flags), (socket, message, flags))
 STANDS_BEFORE(int, seccomp_export_bpf, (void* filter, int file), (filter, file))
 STANDS_BEFORE(void*, seccomp_init, (uint32_t action), (action))

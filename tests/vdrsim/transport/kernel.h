@@ -37,6 +37,7 @@ struct Kernel {
   Place<ssize_t, int, void*, size_t, off_t> pread{};
   Memory process_vm_readv{};
   Memory process_vm_writev{};
+  Place<ssize_t, const char*, char*, size_t> readlink{};
   Place<ssize_t, int, msghdr*, int> recvmsg{};
   Place<int, void*, int> seccomp_export_bpf{};
   Place<void*, uint32_t> seccomp_init{};

@@ -48,8 +48,8 @@ Witness::Witness() {
   const pid_t process = fork();
   if (process == 0) Stand(taken.get());
   sigprocmask(SIG_SETMASK, &before, nullptr);
-  if (process < 0) return;
-  // Until it has closed what it was born with.
+  // Until it has closed what it was born with. Without a process there is nothing to wait for, and no
+  // status.
   held.Close();
   char none = 0;
   (void)!read(seen.get(), &none, 1);
