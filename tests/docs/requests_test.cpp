@@ -3,7 +3,10 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <fstream>
+#include <initializer_list>
 #include <map>
 #include <regex>
 #include <set>
@@ -43,7 +46,7 @@ std::string Written(const Field& field) {
       form = "p" + bytes;
       break;
     case Field::Kind::Mac:
-      form = "mac";
+      form = field.width == 6 ? "mac" : "mac of " + bytes;
       break;
     case Field::Kind::Bytes:
       form = "b" + bytes;
@@ -193,6 +196,76 @@ TEST(Requests, WhatEachFunctionSendsIsIdentifiedAndFillsItsFields) {
   for (const Request* request : kRequests) {
     EXPECT_TRUE(sent.contains(request)) << request->name.view() << ' ' << request->code;
   }
+}
+
+// What the compiler refuses in the tables, put together while the program runs.
+
+bool Refuses(std::initializer_list<Field> fields) {
+  try {
+    const Request request(1, "Made", vdrsim::requests::Sets, fields);
+    EXPECT_EQ(request.fields().size(), fields.size());
+  } catch (const char*) {
+    return true;
+  }
+  return false;
+}
+
+Request Of(uint32_t code, uint16_t variant = 0) {
+  return {code, "Made", vdrsim::requests::Sets, {}, 0, variant};
+}
+
+// Which of these requests a code means.
+std::vector<std::size_t> Meant(const std::vector<Request>& requests, uint32_t code) {
+  std::vector<const Request*> all;
+  for (const Request& request : requests) all.push_back(&request);
+  const Meanings meanings = vdrsim::requests::MeaningsByCode(all)[code];
+  return {meanings.plain, meanings.variant};
+}
+
+TEST(Requests, HaveFieldsThatNeitherOverlapNorReachBeyondTheBlock) {
+  using namespace vdrsim::requests;
+  EXPECT_FALSE(Refuses({}));
+  EXPECT_FALSE(Refuses({U32("a", 0), U16("b", 4), U8("c", 6), Text("d", 7, 961)}));
+  EXPECT_TRUE(Refuses({U32("a", 0), U16("b", 3)}));
+  EXPECT_TRUE(Refuses({U32("b", 4), U32("a", 0)}));
+  EXPECT_TRUE(Refuses({Text("d", 7, 962)}));
+  EXPECT_TRUE(Refuses({Text("d", 7, 0)}));
+}
+
+TEST(Requests, HaveEachNameOnce) {
+  using namespace vdrsim::requests;
+  EXPECT_TRUE(Refuses({U32("a", 0), U32("b", 4), U32("a", 8)}));
+  EXPECT_FALSE(Refuses({U32("a", 0), U32("b", 4), U32("c", 8)}));
+}
+
+TEST(Requests, HaveNoMoreThanTwelveFields) {
+  using namespace vdrsim::requests;
+  EXPECT_FALSE(Refuses({U8("a", 0), U8("b", 1), U8("c", 2), U8("d", 3), U8("e", 4), U8("f", 5),
+                        U8("g", 6), U8("h", 7), U8("i", 8), U8("j", 9), U8("k", 10), U8("l", 11)}));
+  EXPECT_TRUE(
+      Refuses({U8("a", 0), U8("b", 1), U8("c", 2), U8("d", 3), U8("e", 4), U8("f", 5), U8("g", 6),
+               U8("h", 7), U8("i", 8), U8("j", 9), U8("k", 10), U8("l", 11), U8("m", 12)}));
+}
+
+TEST(Requests, HaveEachCodeOnceAndVariantsOfOthers) {
+  constexpr std::size_t kNone = Meanings::kNone;
+  EXPECT_EQ(Meant({Of(1), Of(2), Of(255)}, 255), (std::vector<std::size_t>{2, kNone}));
+  EXPECT_EQ(Meant({Of(1), Of(2), Of(255)}, 3), (std::vector<std::size_t>{kNone, kNone}));
+  EXPECT_EQ(Meant({Of(2, 552), Of(1), Of(2)}, 2), (std::vector<std::size_t>{2, 0}));
+  EXPECT_THROW(Meant({Of(1), Of(2), Of(1)}, 1), const char*);
+  EXPECT_THROW(Meant({Of(1), Of(1, 552), Of(1, 917)}, 1), const char*);
+  EXPECT_THROW(Meant({Of(1), Of(2, 552)}, 1), const char*);
+}
+
+TEST(Requests, AreAskedForByTheNameOfOne) {
+  using vdrsim::requests::IndexOf;
+  constexpr uint32_t kAny = 0xffffffff;
+  EXPECT_EQ(kRequests[IndexOf("BridgeAdd", kAny)]->code, 53U);
+  EXPECT_EQ(kRequests[IndexOf("BridgeAdd", 53)]->code, 53U);
+  EXPECT_EQ(kRequests[IndexOf("SetBridgeLif", 58)]->code, 58U);
+  EXPECT_THROW(IndexOf("SetBridgeLif", kAny), const char*);
+  EXPECT_THROW(IndexOf("SetBridgeLif", 53), const char*);
+  EXPECT_THROW(IndexOf("NoneSuch", kAny), const char*);
 }
 
 }  // namespace

@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <functional>
 #include <optional>
@@ -109,6 +111,16 @@ TEST_F(SupervisedRun, SaysAfterAMomentWhatItWaitsFor) {
   ASSERT_GE(seen_.size(), expected.size());
   seen_.resize(expected.size());
   EXPECT_EQ(seen_, expected);
+}
+
+// As when it writes to a witness that was killed.
+TEST_F(SupervisedRun, HandsOnNoSignalOfItsOwn) {
+  syscall(SYS_kill, getpid(), SIGTERM);
+  onWait_ = [this](int timeout) {
+    if (timeout < 0 && seen_.size() > 1) left_->Kill();
+  };
+  EXPECT_EQ(WEXITSTATUS(Run()), 7);
+  EXPECT_EQ(std::ranges::count(seen_, "signal 15"), 0);
 }
 
 TEST_F(SupervisedRun, LooksAfterTheWorkersWhileCallsCome) {

@@ -4,6 +4,12 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <iterator>
+#include <thread>
+
 #include "caller.h"
 #include "workers_of.h"
 
@@ -11,6 +17,7 @@ namespace {
 
 using transport_test::Caller;
 using transport_test::Command;
+using namespace std::chrono_literals;
 
 // A process that makes a call whenever it is told to, and then says so.
 class Workers : public testing::Test {
@@ -41,6 +48,11 @@ class Workers : public testing::Test {
     }
   }
 
+  static ptrdiff_t Threads() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
+  }
+
+  const ptrdiff_t threadsBefore_ = Threads();
   int orders_[2]{};
   int done_[2]{};
   bool hasPipes_ = pipe(orders_) == 0 && pipe(done_) == 0;
@@ -63,6 +75,13 @@ TEST_F(Workers, AreLookedAfterWhenCallsHaveCome) {
     LetCall();
     EXPECT_TRUE(IsToldOfCalls());
   }
+}
+
+TEST_F(Workers, EndWhenNobodyIsLeftToCall) {
+  ASSERT_TRUE(hasPipes_);
+  LetCall();
+  caller_.Kill();
+  while (Threads() > threadsBefore_) std::this_thread::sleep_for(1ms);
 }
 
 }  // namespace

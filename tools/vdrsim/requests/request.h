@@ -17,7 +17,7 @@ struct Name {
   char text[32] = {};
 
   template <size_t Size>
-  consteval Name(const char (&literal)[Size]) {
+  constexpr Name(const char (&literal)[Size]) {
     static_assert(Size <= sizeof text);
     std::ranges::copy(literal, text);
   }
@@ -106,7 +106,7 @@ struct Request {
 
   // The fields are in order, none reaches into the next or beyond the block. A request with a
   // `variant` is meant when the number at that offset is not 0; another of the same code has none.
-  consteval Request(uint32_t command, Name function, Effect does, Form input,
+  constexpr Request(uint32_t command, Name function, Effect does, Form input,
                     std::initializer_list<Field> rows, Room reply, uint16_t variantOffset)
       : fieldCount(rows.size()),
         code(command),
@@ -126,12 +126,12 @@ struct Request {
     std::ranges::copy(rows, all.begin());
   }
 
-  consteval Request(uint32_t command, Name function, Effect does, std::initializer_list<Field> rows,
+  constexpr Request(uint32_t command, Name function, Effect does, std::initializer_list<Field> rows,
                     Room reply = 0, uint16_t variantOffset = 0)
       : Request(command, function, does, Form::Block, rows, reply, variantOffset) {}
 
   // A number alone is a field as well.
-  consteval Request(uint32_t command, Name function, Effect does, Form input, Room reply = 0)
+  constexpr Request(uint32_t command, Name function, Effect does, Form input, Room reply = 0)
       : Request(command, function, does, input, {}, reply, 0) {
     if (input == Form::Scalar) all[fieldCount++] = U32("value", 0);
   }

@@ -48,7 +48,7 @@ consteval auto Join() {
 inline constexpr auto kRequests = Join();
 
 // The index of the request of this name. A function of two codes needs its code as well.
-consteval size_t IndexOf(Name name, uint32_t code) {
+constexpr size_t IndexOf(Name name, uint32_t code) {
   constexpr uint32_t kAnyCode = std::numeric_limits<uint32_t>::max();
   size_t found = kRequests.size();
   for (size_t index = 0; index < kRequests.size(); ++index) {
@@ -71,10 +71,10 @@ struct Meanings {
 
 inline constexpr uint32_t kHighestCode = 255;
 
-consteval auto MeaningsByCode() {
+constexpr auto MeaningsByCode(std::span<const Request* const> requests) {
   std::array<Meanings, kHighestCode + 1> byCode{};
-  for (size_t index = 0; index < kRequests.size(); ++index) {
-    const Request& request = *kRequests[index];
+  for (size_t index = 0; index < requests.size(); ++index) {
+    const Request& request = *requests[index];
     Meanings& meanings = byCode[request.code];
     size_t& meaning = request.variant == 0 ? meanings.plain : meanings.variant;
     if (meaning != Meanings::kNone) throw "two commands have this code";
@@ -88,7 +88,7 @@ consteval auto MeaningsByCode() {
   return byCode;
 }
 
-inline constexpr auto kMeanings = MeaningsByCode();
+inline constexpr auto kMeanings = MeaningsByCode(kRequests);
 
 // The index of the request that a caller means, or Meanings::kNone for a code that does not exist.
 constexpr size_t Identify(uint32_t code, std::span<const std::byte> input) {

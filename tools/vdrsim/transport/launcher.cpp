@@ -162,7 +162,7 @@ bool SendProgress(int parent, Progress progress, const UniqueFd& listener) {
     along->cmsg_len = CMSG_LEN(sizeof descriptor);
     std::memcpy(CMSG_DATA(along), &descriptor, sizeof descriptor);
   }
-  return sendmsg(parent, &message.header, MSG_NOSIGNAL) >= 0;
+  return sendmsg(parent, &message.header, MSG_NOSIGNAL) == sizeof message.progress;
 }
 
 Progress ReceiveProgress(int child, UniqueFd& listener) {
