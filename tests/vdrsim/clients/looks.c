@@ -106,7 +106,7 @@ static void expect_looks(const char* path, unsigned node) {
   expect_device(&status, node);
   EXPECT(syscall(SYS_lstat, path, &status) == 0);
   expect_device(&status, node);
-  EXPECT(syscall(SYS_access, path, R_OK | W_OK) == 0);
+  EXPECT(syscall(SYS_access, path, R_OK | W_OK, X_OK) == 0);
   EXPECT(syscall(SYS_stat, path, NULL) < 0 && errno == EFAULT);
 #endif
   EXPECT(syscall(SYS_newfstatat, AT_FDCWD, path, &status, AT_SYMLINK_NOFOLLOW) == 0);
@@ -120,8 +120,8 @@ static void expect_looks(const char* path, unsigned node) {
   EXPECT(extended.stx_nlink == 1 && (extended.stx_mask & STATX_NLINK) != 0);
   EXPECT(extended.stx_ino != 0);
 
-  EXPECT(syscall(SYS_faccessat, AT_FDCWD, path, F_OK) == 0);
-  EXPECT(syscall(SYS_faccessat, AT_FDCWD, path, X_OK) < 0 && errno == EACCES);
+  EXPECT(syscall(SYS_faccessat, AT_FDCWD, path, F_OK, X_OK) == 0);
+  EXPECT(syscall(SYS_faccessat, AT_FDCWD, path, X_OK, 0) < 0 && errno == EACCES);
   EXPECT(syscall(SYS_faccessat, AT_FDCWD, path, 8) < 0 && errno == EINVAL);
   EXPECT(syscall(SYS_faccessat2, AT_FDCWD, path, R_OK, AT_EACCESS) == 0);
   EXPECT(syscall(SYS_faccessat2, AT_FDCWD, path, R_OK, 1 << 30) < 0 && errno == EINVAL);
