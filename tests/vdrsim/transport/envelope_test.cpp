@@ -91,6 +91,21 @@ TEST_F(Envelope, SaysWhatTheCallerWrote) {
   EXPECT_EQ(envelope_.capacity(), kCapacity);
 }
 
+TEST(EnvelopeOfAnyone, SaysNumbersOfAnySize) {
+  const SharedPages page(1);
+  std::ranges::copy(
+      Wire(24).U32(0, 0xf1f2f3f4).U64(4, 0xa1a2a3a4a5a6a7a8).U32(12, 0xe1e2e3e4).bytes(),
+      page.bytes().begin());
+  Caller caller([&] { Command(page.Address()); });
+  vdrsim::HeldUpCall& call = caller.Next();
+  vdrsim::CallerMemory memory(call);
+  vdrsim::Envelope envelope(call, memory, page.Address());
+  ASSERT_TRUE(envelope.Read());
+  EXPECT_EQ(envelope.inputLength(), 0xf1f2f3f4);
+  EXPECT_EQ(envelope.input(), 0xa1a2a3a4a5a6a7a8);
+  EXPECT_EQ(envelope.capacity(), 0xe1e2e3e4);
+}
+
 TEST_F(Envelope, ChangesInItsLengthAlone) {
   EXPECT_EQ(Deliver(4), 0);
   ExpectChanged(4, 4);

@@ -8,7 +8,9 @@
 #include <optional>
 #include <thread>
 
+#include "kept_mask.h"
 #include "kernel.h"
+#include "soft_limit.h"
 
 namespace {
 
@@ -20,15 +22,7 @@ class Witness : public testing::Test {
   Witness() {
     sigset_t all;
     sigfillset(&all);
-    sigprocmask(SIG_BLOCK, &all, &before_);
-  }
-  ~Witness() override {
-    sigset_t all;
-    sigfillset(&all);
-    constexpr timespec kAtOnce{};
-    while (sigtimedwait(&all, nullptr, &kAtOnce) > 0) {
-    }
-    sigprocmask(SIG_SETMASK, &before_, nullptr);
+    sigprocmask(SIG_BLOCK, &all, nullptr);
   }
 
   // Waits until it is forgotten, which takes a moment.
@@ -36,9 +30,9 @@ class Witness : public testing::Test {
     while (witness_.Got(signal)) std::this_thread::sleep_for(1ms);
   }
 
+  KeptMask mask_{};
   const int group_ = setpgid(0, 0);
   vdrsim::Witness witness_{};
-  sigset_t before_{};
 };
 
 TEST_F(Witness, GotWhatItsGroupGot) {
@@ -64,6 +58,17 @@ TEST_F(Witness, ForgetsAllAtOnce) {
   AwaitNo(SIGHUP);
   AwaitNo(SIGUSR1);
   AwaitNo(SIGRTMAX);
+}
+
+// Then every signal is taken for one to this process alone.
+TEST_F(Witness, GotNothingWhereThereIsNone) {
+  std::optional<vdrsim::Witness> none;
+  {
+    const SoftLimit few(RLIMIT_NOFILE, 0);
+    none.emplace();
+  }
+  kill(0, SIGUSR2);
+  EXPECT_FALSE(none->Got(SIGUSR2));
 }
 
 }  // namespace

@@ -35,9 +35,8 @@ RunSignals::RunSignals() {
     }
   }
   // While SIGCHLD is ignored, the kernel keeps no exit status of a child.
-  struct sigaction action {};
-  action.sa_handler = SIG_DFL;
-  sigaction(SIGCHLD, &action, &originalChildAction_);
+  constexpr struct sigaction kByDefault {};
+  sigaction(SIGCHLD, &kByDefault, &originalChildAction_);
   sigprocmask(SIG_BLOCK, &signals, nullptr);
   held_ = UniqueFd(signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK));
   if (!held_) FailStart("cannot hold signals", errno);

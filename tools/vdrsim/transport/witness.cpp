@@ -58,7 +58,6 @@ Witness::Witness() {
 }
 
 bool Witness::Got(int signal) const {
-  if (!status_) return false;
   const uint64_t pending = status_.Number("ShdPnd:", 16).value_or(0);
   if ((pending >> (signal - 1) & 1) == 0) return false;
   (void)!write(forget_.get(), "", 1);

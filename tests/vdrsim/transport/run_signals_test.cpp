@@ -1,0 +1,104 @@
+#include "transport/run_signals.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <set>
+
+#include "kept_mask.h"
+#include "soft_limit.h"
+#include "transport/start_failure.h"
+
+namespace {
+
+// What can't be held, or would come from a mistake of vdrsim's own.
+const std::set<int> kOwn{SIGKILL, SIGSTOP, SIGSEGV, SIGBUS, SIGFPE,
+                         SIGILL,  SIGTRAP, SIGSYS,  SIGABRT};
+
+bool IsBlocked(int signal) {
+  sigset_t blocked;
+  sigprocmask(SIG_SETMASK, nullptr, &blocked);
+  return sigismember(&blocked, signal) == 1;
+}
+
+bool IsHeld(const vdrsim::RunSignals& signals, int signal) {
+  EXPECT_EQ(syscall(SYS_tgkill, getpid(), gettid(), signal), 0);
+  const auto next = signals.Next();
+  return next && next->ssi_signo == static_cast<uint32_t>(signal);
+}
+
+void Block(int signal) {
+  sigset_t set;
+  sigemptyset(&set);
+  sigaddset(&set, signal);
+  sigprocmask(SIG_BLOCK, &set, nullptr);
+}
+
+class RunSignals : public testing::Test {
+ protected:
+  ~RunSignals() override {
+    for (const int number : {SIGUSR1, SIGCHLD}) (void)signal(number, SIG_DFL);
+  }
+
+  KeptMask mask_{};
+};
+
+TEST_F(RunSignals, HoldAllThatCanBeHeld) {
+  const vdrsim::RunSignals signals;
+  EXPECT_FALSE(signals.Next());
+  for (int signal = 1; signal <= SIGRTMAX; ++signal) {
+    // The C library keeps some for itself.
+    if (signal >= __SIGRTMIN && signal < SIGRTMIN) continue;
+    if (kOwn.contains(signal)) {
+      EXPECT_FALSE(IsBlocked(signal)) << signal;
+    } else {
+      EXPECT_TRUE(IsHeld(signals, signal)) << signal;
+    }
+  }
+  signals.Restore();
+  for (int signal = 1; signal <= SIGRTMAX; ++signal) EXPECT_FALSE(IsBlocked(signal)) << signal;
+}
+
+TEST_F(RunSignals, LeaveWhatIsIgnoredOrBlocked) {
+  signal(SIGUSR1, SIG_IGN);
+  Block(SIGUSR2);
+  const vdrsim::RunSignals signals;
+  EXPECT_FALSE(IsHeld(signals, SIGUSR1));
+  EXPECT_FALSE(IsBlocked(SIGUSR1));
+  EXPECT_FALSE(IsHeld(signals, SIGUSR2));
+  EXPECT_TRUE(IsHeld(signals, SIGHUP));
+  signals.Restore();
+  EXPECT_TRUE(IsBlocked(SIGUSR2));
+  EXPECT_FALSE(IsBlocked(SIGHUP));
+}
+
+// Of a child that ends while SIGCHLD is ignored nothing is left to be asked.
+TEST_F(RunSignals, KeepHowAChildEnded) {
+  signal(SIGCHLD, SIG_IGN);
+  const vdrsim::RunSignals signals;
+  const pid_t child = fork();
+  if (child == 0) _exit(7);
+  int status = 0;
+  EXPECT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(WEXITSTATUS(status), 7);
+  signals.Restore();
+  struct sigaction action {};
+  sigaction(SIGCHLD, nullptr, &action);
+  EXPECT_EQ(action.sa_handler, SIG_IGN);
+}
+
+TEST_F(RunSignals, SayThatTheyCannotBeHeld) {
+  const SoftLimit none(RLIMIT_NOFILE, 0);
+  try {
+    const vdrsim::RunSignals signals;
+    ADD_FAILURE();
+  } catch (const vdrsim::StartFailure& failure) {
+    EXPECT_STREQ(failure.what(), "cannot hold signals: Too many open files");
+  }
+}
+
+}  // namespace
