@@ -64,7 +64,7 @@ TEST_F(RunSignals, HoldAllThatCanBeHeld) {
 }
 
 TEST_F(RunSignals, LeaveWhatIsIgnoredOrBlocked) {
-  signal(SIGUSR1, SIG_IGN);
+  (void)signal(SIGUSR1, SIG_IGN);
   Block(SIGUSR2);
   const vdrsim::RunSignals signals;
   EXPECT_FALSE(IsHeld(signals, SIGUSR1));
@@ -78,7 +78,7 @@ TEST_F(RunSignals, LeaveWhatIsIgnoredOrBlocked) {
 
 // Of a child that ends while SIGCHLD is ignored nothing is left to be asked.
 TEST_F(RunSignals, KeepHowAChildEnded) {
-  signal(SIGCHLD, SIG_IGN);
+  (void)signal(SIGCHLD, SIG_IGN);
   const vdrsim::RunSignals signals;
   const pid_t child = fork();
   if (child == 0) _exit(7);

@@ -36,6 +36,7 @@ class SupervisedRun : public testing::Test {
       return Poll(sources, timeout);
     };
     kernel_->kill = [this](pid_t process, int signal) {
+      if (!left_) return std::optional<int>();  // the test has ended
       EXPECT_EQ(process, left_->process());
       seen_.push_back("signal " + std::to_string(signal));
       return std::optional<int>();
