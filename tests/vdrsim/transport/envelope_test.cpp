@@ -10,6 +10,7 @@
 #include <optional>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "caller.h"
 #include "kernel.h"
@@ -109,6 +110,19 @@ TEST(EnvelopeOfAnyone, SaysNumbersOfAnySize) {
 TEST_F(Envelope, ChangesInItsLengthAlone) {
   EXPECT_EQ(Deliver(4), 0);
   ExpectChanged(4, 4);
+}
+
+// Whether its length can be written is seen by writing what it is, whole.
+TEST_F(Envelope, IsAskedByItsWholeLength) {
+  std::vector<size_t> sizes;
+  const transport_test::WatchedKernel kernel;
+  kernel->process_vm_writev = [&](pid_t, const iovec*, unsigned long, const iovec* remote,
+                                  unsigned long count, unsigned long) {
+    for (const iovec& piece : std::span(remote, count)) sizes.push_back(piece.iov_len);
+    return std::optional<ssize_t>();
+  };
+  EXPECT_TRUE(envelope_.Takes(1));
+  EXPECT_EQ(sizes, (std::vector<size_t>{4, 1}));
 }
 
 TEST_F(Envelope, TakesAReplyAndItsLengthInOneWrite) {

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <functional>
+#include <new>
 #include <optional>
 #include <string>
 #include <vector>
@@ -76,6 +77,7 @@ class SupervisedRun : public testing::Test {
 
   int64_t time_ = 1'000'000;
   bool isOver_ = false;
+  bool commandHasEnded_ = false;
   std::function<void(int)> onWait_{};
   std::vector<std::string> seen_{};
   WatchedKernel kernel_{};
@@ -112,6 +114,20 @@ TEST_F(SupervisedRun, SaysAfterAMomentWhatItWaitsFor) {
   ASSERT_GE(seen_.size(), expected.size());
   seen_.resize(expected.size());
   EXPECT_EQ(seen_, expected);
+}
+
+// Whoever is left may be seen the next time.
+TEST_F(SupervisedRun, GoesOnLookingWhereMemoryIsMissing) {
+  sigqueue(getpid(), SIGTERM, {});
+  int failures = 0;
+  kernel_->pread = [&](auto...) -> std::optional<ssize_t> {
+    if (commandHasEnded_ && ++failures <= 3) throw std::bad_alloc();
+    return std::nullopt;
+  };
+  onWait_ = [this](int timeout) { commandHasEnded_ = timeout > 0; };
+  EXPECT_EQ(WEXITSTATUS(Run()), 7);
+  EXPECT_GT(failures, 3);
+  EXPECT_EQ(std::ranges::count(seen_, "signal 15"), 1);
 }
 
 // As when it writes to a witness that was killed.
