@@ -21,6 +21,7 @@
 #include "allocations.h"
 #include "caller.h"
 #include "kernel.h"
+#include "usual_signals.h"
 
 namespace {
 
@@ -86,6 +87,7 @@ TEST(HeldUpCall, KnowsTheProcessOfEachCall) {
 }
 
 TEST(HeldUpCall, KillsTheProcessOfItsCaller) {
+  const UsualSignals usual;
   Caller caller([] { std::thread([] { Command(0); }).join(); });
   caller.Next().Kill();
   siginfo_t end{};

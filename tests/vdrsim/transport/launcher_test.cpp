@@ -18,6 +18,7 @@
 #include "caller.h"
 #include "kernel.h"
 #include "transport/start_failure.h"
+#include "usual_signals.h"
 
 namespace {
 
@@ -83,6 +84,7 @@ class Launcher : public testing::Test {
     };
   }
 
+  UsualSignals usual_{};
   SharedPages pages_{1};
   Message room_{};
   DeviceNodes nodes_{true};

@@ -9,9 +9,9 @@
 #include <cstdint>
 #include <set>
 
-#include "kept_mask.h"
 #include "soft_limit.h"
 #include "transport/start_failure.h"
+#include "usual_signals.h"
 
 namespace {
 
@@ -40,11 +40,7 @@ void Block(int signal) {
 
 class RunSignals : public testing::Test {
  protected:
-  ~RunSignals() override {
-    for (const int number : {SIGUSR1, SIGCHLD}) (void)signal(number, SIG_DFL);
-  }
-
-  KeptMask mask_{};
+  UsualSignals usual_{};
 };
 
 TEST_F(RunSignals, HoldAllThatCanBeHeld) {

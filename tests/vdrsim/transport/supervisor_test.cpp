@@ -17,6 +17,7 @@
 
 #include "caller.h"
 #include "kernel.h"
+#include "usual_signals.h"
 #include "workers_of.h"
 
 namespace {
@@ -75,6 +76,7 @@ class SupervisedRun : public testing::Test {
     return process;
   }
 
+  UsualSignals usual_{};
   int64_t time_ = 1'000'000;
   bool isOver_ = false;
   bool commandHasEnded_ = false;

@@ -8,9 +8,9 @@
 #include <optional>
 #include <thread>
 
-#include "kept_mask.h"
 #include "kernel.h"
 #include "soft_limit.h"
+#include "usual_signals.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ class Witness : public testing::Test {
     while (witness_.Got(signal)) std::this_thread::sleep_for(1ms);
   }
 
-  KeptMask mask_{};
+  UsualSignals usual_{};
   const int group_ = setpgid(0, 0);
   vdrsim::Witness witness_{};
 };
