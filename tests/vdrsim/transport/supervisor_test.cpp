@@ -13,6 +13,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "caller.h"
@@ -116,6 +117,19 @@ TEST_F(SupervisedRun, SaysAfterAMomentWhatItWaitsFor) {
   ASSERT_GE(seen_.size(), expected.size());
   seen_.resize(expected.size());
   EXPECT_EQ(seen_, expected);
+}
+
+// Its number may be another's by then.
+TEST_F(SupervisedRun, HandsOnNothingToACommandThatHasEnded) {
+  sigqueue(getpid(), SIGTERM, {});
+  onWait_ = [hasCome = false](int timeout) mutable {
+    if (timeout < 0 || std::exchange(hasCome, true)) return;
+    const pid_t other = fork();
+    if (other == 0) _exit(static_cast<int>(syscall(SYS_kill, getppid(), SIGUSR1)));
+    waitpid(other, nullptr, 0);
+  };
+  EXPECT_EQ(WEXITSTATUS(Run()), 7);
+  EXPECT_EQ(std::ranges::count(seen_, "signal 10"), 0);
 }
 
 // Whoever is left may be seen the next time.
