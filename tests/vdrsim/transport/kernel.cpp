@@ -50,6 +50,7 @@ STANDS_BEFORE(ssize_t, sendmsg, (int socket, const msghdr* message, int flags),
               (socket, message, flags))
 STANDS_BEFORE(int, setenv, (const char* name, const char* value, int replace),
               (name, value, replace))
+STANDS_BEFORE(int, signalfd, (int file, const sigset_t* signals, int flags), (file, signals, flags))
 STANDS_BEFORE(int, socketpair, (int domain, int type, int protocol, int* ends),
               (domain, type, protocol, ends))
 STANDS_BEFORE(int, statx,

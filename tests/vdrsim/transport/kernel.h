@@ -1,6 +1,7 @@
 #pragma once
 
 #include <poll.h>
+#include <signal.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/types.h>
@@ -44,6 +45,7 @@ struct Kernel {
   Place<ssize_t, int, const void*, size_t, int> send{};
   Place<ssize_t, int, const msghdr*, int> sendmsg{};
   Place<int, const char*, const char*, int> setenv{};
+  Place<int, int, const sigset_t*, int> signalfd{};
   Place<int, int, int, int, int*> socketpair{};
   Place<int, int, const char*, int, unsigned, struct statx*> statx{};
   Place<long, long, long, long, long, long, long> syscall{};

@@ -6,10 +6,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdint>
+#include <optional>
 #include <set>
 
-#include "soft_limit.h"
+#include "kernel.h"
 #include "transport/start_failure.h"
 #include "usual_signals.h"
 
@@ -88,7 +90,11 @@ TEST_F(RunSignals, KeepHowAChildEnded) {
 }
 
 TEST_F(RunSignals, SayThatTheyCannotBeHeld) {
-  const SoftLimit none(RLIMIT_NOFILE, 0);
+  const transport_test::WatchedKernel kernel;
+  kernel->signalfd = [](auto...) {
+    errno = EMFILE;
+    return std::optional(-1);
+  };
   try {
     const vdrsim::RunSignals signals;
     ADD_FAILURE();
