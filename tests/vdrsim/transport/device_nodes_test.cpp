@@ -5,23 +5,18 @@
 
 #include <cerrno>
 #include <optional>
-#include <string>
 #include <utility>
 #include <vector>
 
+#include "failures.h"
 #include "kernel.h"
-#include "transport/start_failure.h"
 
 namespace {
 
+using transport_test::Fail;
 using transport_test::WatchedKernel;
 using vdrsim::DeviceNodes;
 using vdrsim::Node;
-
-std::optional<int> Fail(int error) {
-  errno = error;
-  return -1;
-}
 
 // The flags of the memory files that are asked for, where each of them fails so.
 std::vector<unsigned> AskedFor(int error) {
@@ -52,14 +47,9 @@ TEST(DeviceNodes, AreFilesThatNobodyExecutesWhereTheKernelKnowsThem) {
 
 TEST(DeviceNodes, AreNotThereWithoutTheirNamesUnderProc) {
   const WatchedKernel kernel;
-  kernel->statx = [](int, const char*, int, unsigned, struct statx*) { return Fail(EACCES); };
-  try {
-    const DeviceNodes nodes(true);
-    FAIL();
-  } catch (const vdrsim::StartFailure& failure) {
-    EXPECT_STREQ(failure.what(),
-                 "cannot look at /proc/self/fd: Permission denied (/proc must be mounted)");
-  }
+  kernel->statx = transport_test::FailsWith(EACCES);
+  EXPECT_EQ(transport_test::StartFailureOf([] { const DeviceNodes nodes(true); }),
+            "cannot look at /proc/self/fd: Permission denied (/proc must be mounted)");
 }
 
 // How often a node is opened, and its permissions given back, where each open ends so.

@@ -14,8 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "failures.h"
 #include "kernel.h"
-#include "transport/start_failure.h"
 
 namespace {
 
@@ -188,12 +188,8 @@ TEST(Filter, LetsCallsOfOtherArchitecturesPass) {
 }
 
 std::string Failure() {
-  try {
-    (void)vdrsim::SupervisedCallsFilter(Scope::EveryOpenAndLook);
-  } catch (const vdrsim::StartFailure& failure) {
-    return failure.what();
-  }
-  return "";
+  return transport_test::StartFailureOf(
+      [] { (void)vdrsim::SupervisedCallsFilter(Scope::EveryOpenAndLook); });
 }
 
 TEST(Filter, SaysWhereItCannotBeBuilt) {
@@ -204,10 +200,7 @@ TEST(Filter, SaysWhereItCannotBeBuilt) {
   kernel->seccomp_export_bpf = [](void*, int) { return std::optional(-EFAULT); };
   EXPECT_EQ(Failure(), "cannot build the seccomp filter: Bad address");
   kernel->seccomp_export_bpf = {};
-  kernel->memfd_create = [](const char*, unsigned) {
-    errno = EMFILE;
-    return std::optional(-1);
-  };
+  kernel->memfd_create = transport_test::FailsWith(EMFILE);
   EXPECT_EQ(Failure(), "cannot create a memory file: Too many open files");
   kernel->memfd_create = {};
   kernel->pread = [](auto...) { return std::optional<ssize_t>(0); };

@@ -16,12 +16,14 @@
 #include <vector>
 
 #include "caller.h"
+#include "failures.h"
 #include "kernel.h"
-#include "transport/start_failure.h"
 #include "usual_signals.h"
 
 namespace {
 
+using transport_test::Fail;
+using transport_test::FailsWith;
 using transport_test::SharedPages;
 using transport_test::WatchedKernel;
 using vdrsim::DeviceNodes;
@@ -62,12 +64,7 @@ class Launcher : public testing::Test {
   Launched Start() const { return Launch({"true"}, Scope::ReadWriteOpens, signals_, nodes_); }
 
   std::string Failure() const {
-    try {
-      const Launched launched = Start();
-    } catch (const vdrsim::StartFailure& failure) {
-      return failure.what();
-    }
-    return "";
+    return transport_test::StartFailureOf([this] { const Launched launched = Start(); });
   }
 
   // What the child sends; it is seen here in pages that it has in common with the test.
@@ -104,9 +101,7 @@ TEST_F(Launcher, SendsTheListenerAlongWithTheLastStep) {
 TEST_F(Launcher, SendsAnErrorAlone) {
   LookAtMessages();
   kernel_->prctl = [](int option, auto...) -> std::optional<int> {
-    if (option != PR_SET_NO_NEW_PRIVS) return std::nullopt;
-    errno = EPERM;
-    return -1;
+    return option == PR_SET_NO_NEW_PRIVS ? Fail(EPERM) : std::nullopt;
   };
   EXPECT_EQ(Failure(), "cannot set no_new_privs: Operation not permitted");
   EXPECT_EQ(Sent(), (Message{{0, EPERM}, 1, 8, 0, 0}));
@@ -136,19 +131,14 @@ TEST_F(Launcher, AsksTheKernelWhatItCanDoBeforeTheCommandBegins) {
 
 TEST_F(Launcher, SaysWhatTheKernelCannotDo) {
   kernel_->ioctl = [](int, unsigned long request, void*) -> std::optional<int> {
-    if (request != kAddDescriptor) return std::nullopt;
-    errno = EINVAL;
-    return -1;
+    return request == kAddDescriptor ? Fail(EINVAL) : std::nullopt;
   };
   EXPECT_EQ(
       Failure(),
       "cannot inject a descriptor into a supervised process: Invalid argument (it takes Linux "
       "5.14 or later)");
   kernel_->ioctl = {};
-  kernel_->process_vm_readv = [](auto...) -> std::optional<ssize_t> {
-    errno = EPERM;
-    return -1;
-  };
+  kernel_->process_vm_readv = FailsWith(EPERM);
   EXPECT_EQ(
       Failure(),
       "cannot read the memory of the command: Operation not permitted (a container must allow "
@@ -156,14 +146,10 @@ TEST_F(Launcher, SaysWhatTheKernelCannotDo) {
 }
 
 TEST_F(Launcher, SaysThatItsOwnMeansAreMissing) {
-  const auto fail = [](auto...) -> std::optional<int> {
-    errno = ENOMEM;
-    return -1;
-  };
-  kernel_->setenv = fail;
+  kernel_->setenv = FailsWith(ENOMEM);
   EXPECT_EQ(Failure(), "cannot set VDRSIM in the environment: Cannot allocate memory");
   kernel_->setenv = {};
-  kernel_->socketpair = fail;
+  kernel_->socketpair = FailsWith(ENOMEM);
   EXPECT_EQ(Failure(), "cannot create a socket pair: Cannot allocate memory");
 }
 

@@ -8,29 +8,20 @@
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "caller.h"
+#include "failures.h"
 #include "kernel.h"
-#include "transport/start_failure.h"
 
 namespace {
 
 using transport_test::Caller;
+using transport_test::FailsToOpen;
 using transport_test::WatchedKernel;
 using vdrsim::Members;
 
 void Stay() { pause(); }
-
-// Fails to open what has such a name.
-auto Without(std::string_view name, int error) {
-  return [=](const char* path, int) -> std::optional<int> {
-    if (!std::string_view(path).ends_with(name)) return std::nullopt;
-    errno = error;
-    return -1;
-  };
-}
 
 TEST(Members, AreThoseThatAreUnderOneFilterMore) {
   const Members members;
@@ -62,9 +53,9 @@ TEST(Members, AreNotAllFoundWithoutADescriptorToLookAtThem) {
   const Members members;
   const Caller caller(Stay);
   const WatchedKernel kernel;
-  kernel->open = Without("/status", EMFILE);
+  kernel->open = FailsToOpen("/status", EMFILE);
   EXPECT_FALSE(members.Find().isComplete);
-  kernel->open = Without("/status", ENOENT);
+  kernel->open = FailsToOpen("/status", ENOENT);
   EXPECT_TRUE(members.Find().isComplete) << "it has ended meanwhile";
   EXPECT_EQ(members.Find().processes, std::vector<pid_t>{});
 }
@@ -72,14 +63,10 @@ TEST(Members, AreNotAllFoundWithoutADescriptorToLookAtThem) {
 TEST(Members, CannotBeToldWhereTheKernelDoesNotSay) {
   const WatchedKernel kernel;
   for (const char* const file : {"/children", "/status"}) {
-    kernel->open = Without(file, EACCES);
-    try {
-      const Members members;
-      ADD_FAILURE() << file;
-    } catch (const vdrsim::StartFailure& failure) {
-      EXPECT_STREQ(failure.what(),
-                   "cannot look at the children of this process: Permission denied");
-    }
+    kernel->open = FailsToOpen(file, EACCES);
+    EXPECT_EQ(transport_test::StartFailureOf([] { const Members members; }),
+              "cannot look at the children of this process: Permission denied")
+        << file;
   }
 }
 

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "caller.h"
+#include "failures.h"
 #include "kernel.h"
 
 namespace {
@@ -84,11 +85,7 @@ TEST_F(Pinned, IsAskedForInThirteenWords) {
 TEST_F(Pinned, IsHeldByBothFilesOrNotAtAll) {
   const WatchedKernel kernel;
   for (const std::string_view file : {"/mem", "/maps"}) {
-    kernel->open = [&](const char* path, int) -> std::optional<int> {
-      if (!std::string_view(path).ends_with(file)) return std::nullopt;
-      errno = EMFILE;
-      return -1;
-    };
+    kernel->open = transport_test::FailsToOpen(file, EMFILE);
     EXPECT_FALSE(PinnedMemory::Of(getpid())) << file;
   }
 }

@@ -8,11 +8,10 @@
 
 #include <cerrno>
 #include <cstdint>
-#include <optional>
 #include <set>
 
+#include "failures.h"
 #include "kernel.h"
-#include "transport/start_failure.h"
 #include "usual_signals.h"
 
 namespace {
@@ -91,16 +90,9 @@ TEST_F(RunSignals, KeepHowAChildEnded) {
 
 TEST_F(RunSignals, SayThatTheyCannotBeHeld) {
   const transport_test::WatchedKernel kernel;
-  kernel->signalfd = [](auto...) {
-    errno = EMFILE;
-    return std::optional(-1);
-  };
-  try {
-    const vdrsim::RunSignals signals;
-    ADD_FAILURE();
-  } catch (const vdrsim::StartFailure& failure) {
-    EXPECT_STREQ(failure.what(), "cannot hold signals: Too many open files");
-  }
+  kernel->signalfd = transport_test::FailsWith(EMFILE);
+  EXPECT_EQ(transport_test::StartFailureOf([] { const vdrsim::RunSignals signals; }),
+            "cannot hold signals: Too many open files");
 }
 
 }  // namespace

@@ -80,7 +80,6 @@ class SupervisedRun : public testing::Test {
   UsualSignals usual_{};
   int64_t time_ = 1'000'000;
   bool isOver_ = false;
-  bool commandHasEnded_ = false;
   std::function<void(int)> onWait_{};
   std::vector<std::string> seen_{};
   WatchedKernel kernel_{};
@@ -135,12 +134,13 @@ TEST_F(SupervisedRun, HandsOnNothingToACommandThatHasEnded) {
 // Whoever is left may be seen the next time.
 TEST_F(SupervisedRun, GoesOnLookingWhereMemoryIsMissing) {
   sigqueue(getpid(), SIGTERM, {});
+  bool hasEnded = false;
   int failures = 0;
   kernel_->pread = [&](auto...) -> std::optional<ssize_t> {
-    if (commandHasEnded_ && ++failures <= 3) throw std::bad_alloc();
+    if (hasEnded && ++failures <= 3) throw std::bad_alloc();
     return std::nullopt;
   };
-  onWait_ = [this](int timeout) { commandHasEnded_ = timeout > 0; };
+  onWait_ = [&](int timeout) { hasEnded = timeout > 0; };
   EXPECT_EQ(WEXITSTATUS(Run()), 7);
   EXPECT_GT(failures, 3);
   EXPECT_EQ(std::ranges::count(seen_, "signal 15"), 1);
