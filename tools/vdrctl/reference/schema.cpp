@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "command_line.h"
 #include "command_words.h"
@@ -27,6 +29,38 @@ void PutCount(JsonForm& form, const char* name, uint64_t number) {
   form.Number(number);
 }
 
+// A member that is an object, which `put` fills.
+template <typename Put>
+void PutNested(JsonForm& form, std::string_view name, Put put) {
+  form.Name(name);
+  form.OpenRecord();
+  put();
+  form.CloseRecord();
+}
+
+// Objects that have all members of these names, and no others but what `putProperties` names.
+template <typename Put>
+void PutObjectType(JsonForm& form, const std::vector<std::string_view>& required,
+                   Put putProperties) {
+  PutText(form, "type", "object");
+  PutNested(form, "properties", putProperties);
+  form.Name("required");
+  form.Open();
+  for (const std::string_view name : required) {
+    form.Next();
+    form.Word(name);
+  }
+  form.Close();
+  form.Name("additionalProperties");
+  form.Boolean(false);
+}
+
+template <typename Put>
+void PutArrayType(JsonForm& form, Put putItem) {
+  PutText(form, "type", "array");
+  PutNested(form, "items", putItem);
+}
+
 void PutNumberType(JsonForm& form, uint32_t width) {
   PutText(form, "type", "integer");
   PutCount(form, "minimum", 0);
@@ -49,11 +83,7 @@ void PutAddressType(JsonForm& form, const char* format) {
 }
 
 void PutFlagsType(JsonForm& form) {
-  PutText(form, "type", "array");
-  form.Name("items");
-  form.OpenRecord();
-  PutText(form, "type", "string");
-  form.CloseRecord();
+  PutArrayType(form, [&] { PutText(form, "type", "string"); });
 }
 
 void PutElementType(JsonForm& form, const Member& member) {
@@ -72,21 +102,13 @@ void PutElementType(JsonForm& form, const Member& member) {
 void PutObject(JsonForm& form, const std::vector<Member>& members);
 
 void PutArrayOfNumbers(JsonForm& form, const Member& member) {
-  PutText(form, "type", "array");
-  form.Name("items");
-  form.OpenRecord();
-  PutElementType(form, member);
-  form.CloseRecord();
+  PutArrayType(form, [&] { PutElementType(form, member); });
   PutCount(form, "minItems", member.field.elements);
   PutCount(form, "maxItems", member.field.elements);
 }
 
 void PutArrayOfRecords(JsonForm& form, const Member& member) {
-  PutText(form, "type", "array");
-  form.Name("items");
-  form.OpenRecord();
-  PutObject(form, member.entry->members);
-  form.CloseRecord();
+  PutArrayType(form, [&] { PutObject(form, member.entry->members); });
   PutCount(form, "maxItems", member.field.elements);
 }
 
@@ -129,76 +151,34 @@ bool IsText(const Member& member) {
 }
 
 void PutObject(JsonForm& form, const std::vector<Member>& members) {
-  PutText(form, "type", "object");
-  form.Name("properties");
-  form.OpenRecord();
-  for (const Member& member : members) {
-    form.Name(member.name);
-    form.OpenRecord();
-    PutType(form, member);
-    form.CloseRecord();
-    if (!IsText(member)) continue;
-    form.Name(member.name + "Escaped");
-    form.OpenRecord();
-    form.Name("const");
-    form.Boolean(true);
-    form.CloseRecord();
-  }
-  form.CloseRecord();
-  form.Name("required");
-  form.Open();
-  for (const Member& member : members) {
-    form.Next();
-    form.Word(member.name);
-  }
-  form.Close();
-  form.Name("additionalProperties");
-  form.Boolean(false);
+  std::vector<std::string_view> names;
+  for (const Member& member : members) names.emplace_back(member.name);
+  PutObjectType(form, names, [&] {
+    for (const Member& member : members) {
+      PutNested(form, member.name, [&] { PutType(form, member); });
+      if (!IsText(member)) continue;
+      PutNested(form, member.name + "Escaped", [&] {
+        form.Name("const");
+        form.Boolean(true);
+      });
+    }
+  });
 }
 
-// An object of one member, whose type `put` puts.
+// An object of one member, whose type `putType` puts.
 template <typename Put>
-void PutSingle(JsonForm& form, const char* member, Put put) {
-  PutText(form, "type", "object");
-  form.Name("properties");
-  form.OpenRecord();
-  form.Name(member);
-  form.OpenRecord();
-  put();
-  form.CloseRecord();
-  form.CloseRecord();
-  form.Name("required");
-  form.Open();
-  form.Next();
-  form.Word(member);
-  form.Close();
-  form.Name("additionalProperties");
-  form.Boolean(false);
+void PutSingle(JsonForm& form, const char* member, Put putType) {
+  PutObjectType(form, {member}, [&] { PutNested(form, member, putType); });
 }
 
 void PutDumpObject(JsonForm& form) {
-  PutText(form, "type", "object");
-  form.Name("properties");
-  form.OpenRecord();
-  form.Name("length");
-  form.OpenRecord();
-  PutNumberType(form, 8);
-  form.CloseRecord();
-  form.Name("bytes");
-  form.OpenRecord();
-  PutText(form, "type", "string");
-  PutText(form, "pattern", "^([0-9a-f]{2})*$");
-  form.CloseRecord();
-  form.CloseRecord();
-  form.Name("required");
-  form.Open();
-  form.Next();
-  form.Word("length");
-  form.Next();
-  form.Word("bytes");
-  form.Close();
-  form.Name("additionalProperties");
-  form.Boolean(false);
+  PutObjectType(form, {"length", "bytes"}, [&] {
+    PutNested(form, "length", [&] { PutNumberType(form, 8); });
+    PutNested(form, "bytes", [&] {
+      PutText(form, "type", "string");
+      PutText(form, "pattern", "^([0-9a-f]{2})*$");
+    });
+  });
 }
 
 void PutLayouts(JsonForm& form, const Output& out) {
@@ -227,11 +207,7 @@ void PutReplySchema(JsonForm& form, const Command& command, const Output& out) {
     case Reply::Form::Record:
       return PutLayouts(form, out);
     case Reply::Form::List:
-      PutText(form, "type", "array");
-      form.Name("items");
-      form.OpenRecord();
-      PutLayouts(form, out);
-      return form.CloseRecord();
+      return PutArrayType(form, [&] { PutLayouts(form, out); });
     case Reply::Form::Bytes:
       return PutDumpObject(form);
     case Reply::Form::Table:
@@ -281,16 +257,12 @@ int PrintSchema(Output& out, const char* first, const char* second, const char* 
   if (!words.empty()) {
     PutCommandSchema(form, Named(words), presentation);
   } else {
-    form.Name("$defs");
-    form.OpenRecord();
-    ForEachCommand([&](const Command& command) {
-      if (!PrintsJson(command)) return;
-      form.Name(FullName(command));
-      form.OpenRecord();
-      PutCommandSchema(form, command, presentation);
-      form.CloseRecord();
+    PutNested(form, "$defs", [&] {
+      ForEachCommand([&](const Command& command) {
+        if (!PrintsJson(command)) return;
+        PutNested(form, FullName(command), [&] { PutCommandSchema(form, command, presentation); });
+      });
     });
-    form.CloseRecord();
   }
   form.CloseRecord();
   text.Put('\n');
