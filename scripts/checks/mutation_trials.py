@@ -200,6 +200,9 @@ class Trial:
             command[1:1] = ["-include", self.baseline.precompiled(name, part.flags,
                                                                   self.mutant.path)]
         self.compiled[name] = output
+        # A program that was linked without it is linked again.
+        self.linked = {program: linked for program, linked in self.linked.items()
+                       if name not in self.baseline.link_command(program)}
         return self.execute(command)
 
     def link(self, check):
