@@ -44,12 +44,12 @@ int ReceiveRecord(const Request& request, CommandCode code, void* reply, Record*
   }
   const int32_t consumed = kDecode(static_cast<const uint8_t*>(reply), static_cast<int32_t>(length),
                                    reinterpret_cast<uint8_t*>(record));
-  if (consumed < 0) {
+  if (consumed == -1) {
     kRelease(record);
     *out = nullptr;
   }
   std::free(reply);
-  return consumed < 0 ? -1 : 0;
+  return consumed == -1 ? -1 : 0;
 }
 
 // Reads one record. `fill` completes the request after the reply buffer was allocated, so that a

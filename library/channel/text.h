@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -42,7 +43,7 @@ inline constexpr std::size_t kLane = 16;
 
 // Where the lane begins that takes over from `done`: the last one of a field may reach back.
 constexpr std::size_t LaneFrom(std::size_t done, std::size_t width) {
-  return done + kLane <= width ? done : width - kLane;
+  return std::min(done, width - kLane);
 }
 
 struct Window {
@@ -84,7 +85,7 @@ template <std::size_t kWidth>
 // The same length. All of the field is looked at, from its end, and the first zero wins.
 template <std::size_t kWidth>
 [[gnu::always_inline]] inline std::size_t Length(const uint8_t* field) {
-  constexpr std::size_t kGroup = kWidth < 64 ? kWidth : 64;
+  constexpr std::size_t kGroup = std::min<std::size_t>(kWidth, 64);
   constexpr std::size_t kLast = kWidth - kGroup;
   const uint64_t zeros = ZeroBytes<kGroup>(field + kLast) | uint64_t{1} << (kGroup - 1);
   std::size_t length = kLast + static_cast<std::size_t>(__builtin_ctzll(zeros));

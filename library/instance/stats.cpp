@@ -70,11 +70,12 @@ int32_t DecodeStats(const uint8_t* source, int32_t remaining, uint8_t* destinati
   switch (type) {
     case 0:
       return DecodeRecord<kStatsOfType0>(source, remaining, destination);
-    case 1:
-      DecodeRecord<kStatsOfType1>(source, remaining, destination);
+    case 1: {
+      const int32_t consumed = DecodeRecord<kStatsOfType1>(source, remaining, destination);
       // Agents read slot 89 under both numbers and rely on their being equal.
       std::memcpy(destination + OffsetOfSlot(90), source + OffsetOfSlot(89), 8);
-      return static_cast<int32_t>(sizeof(StatsRecord));
+      return consumed;
+    }
     case 3:
       return DecodeRecord<kStatsOfType3>(source, remaining, destination);
     default:

@@ -35,7 +35,6 @@ int VDRZAX_ConfigureLifDhcpRelay(const char* instanceName, const char* lifName, 
   if (!instanceName || !lifName) return InvalidArgument();
   Request request;
   request.Text(kInstanceName, instanceName).Text(kLifName, lifName);
-  if (!servers) return request.Send(CommandCode::ConfigureLifDhcpRelay);
 
   RelayServerSlot slots[kMostServers] = {};
   uint32_t count = 0;

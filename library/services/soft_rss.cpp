@@ -3,6 +3,7 @@
 
 #include <vdrzax/services.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -81,20 +82,20 @@ int VDRZAX_SoftRSSTableSet(const char* name, const SoftRssIndTable* in) {
   return Request{}
       .Text(kObjectName, name)
       .Put<448>(count)
-      .CountedBytes<320>(in, count > 0 ? static_cast<std::size_t>(count) : 0)
+      .CountedBytes<320>(in, static_cast<std::size_t>(std::max(count, 0)))
       .Send(CommandCode::SoftRSSTableSet);
 }
 
 namespace {
 
 // The record comes from malloc: what the kernel did not count stays as it is. The length of the
-// reply is not examined, so the decoder is told that the record is whole.
+// reply is not examined.
 int CopyStats(const void* reply, SoftRssStats** out) {
   auto* record = static_cast<SoftRssStats*>(std::malloc(sizeof(SoftRssStats)));
   *out = record;
   if (!record) return OutOfMemory();
-  DecodeRecord<kSoftRssStats>(static_cast<const uint8_t*>(reply), sizeof(SoftRssStats),
-                              reinterpret_cast<uint8_t*>(record));
+  decoder::CopyRecord<kSoftRssStats>(static_cast<const uint8_t*>(reply),
+                                     reinterpret_cast<uint8_t*>(record));
   return 0;
 }
 
