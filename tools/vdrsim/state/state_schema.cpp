@@ -1,5 +1,7 @@
 #include "state/state_schema.h"
 
+#include <fmt/format.h>
+
 #include <nlohmann/json.hpp>
 #include <string_view>
 #include <utility>
@@ -21,7 +23,7 @@ using shape::Struct;
 
 constexpr const char* kDialect = "https://json-schema.org/draft/2020-12/schema";
 
-Json SchemaOf(const Scalar& scalar) { return Json::parse("{" + scalar.schema() + "}"); }
+Json SchemaOf(const Scalar& scalar) { return Json::parse(fmt::format("{{{}}}", scalar.schema())); }
 
 // Goes over the tables from a state on, and describes each kind of object once.
 class Describer {
