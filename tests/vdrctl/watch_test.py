@@ -1,6 +1,6 @@
 """A command that runs again and again, on a terminal and elsewhere.
 
-usage: watch_test.py VDRCTL VDRSIM
+usage: watch_test.py VDRCTL VDRSIM SIGNAL_BEFORE_WAIT
 """
 import fcntl
 import json
@@ -15,7 +15,7 @@ import termios
 import time
 import unittest
 
-VDRCTL, VDRSIM = sys.argv[1:3]
+VDRCTL, VDRSIM, SIGNAL_BEFORE_WAIT = sys.argv[1:4]
 
 
 def in_run(script):
@@ -81,6 +81,14 @@ class Elsewhere(unittest.TestCase):
     def test_turns_are_a_day_apart_at_most(self):
         run = in_run(UNTIL_LINES + "watch 1 --watch 86400 log-level get")
         self.assertEqual(run.stdout, "0\nended by 143\n")
+
+    def test_a_signal_just_before_it_waits_ends_it(self):
+        folder, name = os.path.split(SIGNAL_BEFORE_WAIT)
+        run = subprocess.run([VDRSIM, "run", "--", "env", f"LD_LIBRARY_PATH={folder}", f"LD_PRELOAD={name}",
+                              "ASAN_OPTIONS=verify_asan_link_order=0", VDRCTL, "--watch", "86400",
+                              "log-level", "get"], stdout=subprocess.PIPE, text=True)
+        self.assertEqual(run.stdout, "0\n")
+        self.assertEqual(run.returncode, -signal.SIGTERM)
 
     def test_a_signal_that_was_ignored_before_does_not_end_it(self):
         script = 'trap "" INT; echo $$; exec "$0" --watch 0.1 log-level get'

@@ -1,10 +1,11 @@
 #include "watch.h"
 
+#include <poll.h>
 #include <signal.h>
 #include <sys/ioctl.h>
-#include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
@@ -19,7 +20,6 @@ namespace vdrctl {
 
 namespace {
 
-// That of CLOCK_MONOTONIC.
 using Clock = std::chrono::steady_clock;
 
 volatile sig_atomic_t endingSignal = 0;
@@ -90,13 +90,20 @@ void HoldSignals() {
   }
 }
 
-// Sleeps until the next turn is due, however long this one took; a signal ends it early.
+// Waits until the next turn is due, however long this one took; a signal ends it early. None comes
+// unseen between the look and the wait, or it would be noticed a turn later.
 void AwaitNextTurn(Clock::time_point& due, double interval) {
   due += std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(interval));
-  const auto time = due.time_since_epoch();
-  const auto seconds = std::chrono::floor<std::chrono::seconds>(time);
-  const timespec end{seconds.count(), (time - seconds).count()};
-  if (endingSignal == 0) clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr);
+  sigset_t ending;
+  sigset_t before;
+  sigemptyset(&ending);
+  for (const int number : kEndingSignals) sigaddset(&ending, number);
+  sigprocmask(SIG_BLOCK, &ending, &before);
+  const auto rest = std::max(due - Clock::now(), Clock::duration::zero());
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(rest);
+  const timespec end{seconds.count(), (rest - seconds).count()};
+  if (endingSignal == 0) ppoll(nullptr, 0, &end, &before);
+  sigprocmask(SIG_SETMASK, &before, nullptr);
 }
 
 // Whoever started this program must see how it ended.
