@@ -64,7 +64,10 @@ QueuedLog::QueuedLog(Target target, std::unique_ptr<const Form> form, size_t mem
       spool_(memory),
       writer_(StartWithoutSignals([this] { Work(); })) {}
 
-QueuedLog::~QueuedLog() {
+QueuedLog::~QueuedLog() { EndWriter(); }
+
+void QueuedLog::EndWriter() noexcept {
+  if (!writer_.joinable()) return;
   {
     const std::lock_guard lock(mutex_);
     isEnding_ = true;
@@ -106,6 +109,8 @@ bool QueuedLog::Finish() noexcept {
     isSilent = true;
     tools::Complain("vdrsim", target_.name() + ": waiting for its reader (Ctrl-C gives up)");
   }
+  lock.unlock();
+  EndWriter();
   return !hasFailed_ || target_.name().empty();
 }
 

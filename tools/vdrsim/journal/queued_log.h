@@ -28,10 +28,11 @@ class QueuedLog final : public Log {
   // Returns at once unless a plain file is written.
   void Sync() noexcept override;
 
-  // Waits for whoever reads, until this process is told to stop.
+  // Waits for whoever reads, until this process is told to stop. Nothing is written behind it.
   bool Finish() noexcept override;
 
  private:
+  void EndWriter() noexcept;
   void Work() noexcept;
   bool AwaitEntries();
   bool WriteBatch(std::string& text);
