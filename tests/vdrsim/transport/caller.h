@@ -30,6 +30,13 @@ class SharedPages {
   size_t size_;
 };
 
+// A sanitizer may have a thread of its own in the callers and the tests.
+#if defined(__SANITIZE_THREAD__)
+inline constexpr bool kHasSanitizersThread = true;
+#else
+inline constexpr bool kHasSanitizersThread = false;
+#endif
+
 // Takes nobody's place, and remembers what it was told: ( and ).
 struct Rests final : vdrsim::Relief {
   void BeginRest() noexcept override { said += '('; }

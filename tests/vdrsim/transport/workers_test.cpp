@@ -78,6 +78,7 @@ TEST_F(Workers, AreLookedAfterWhenCallsHaveCome) {
 }
 
 TEST_F(Workers, EndWhenNobodyIsLeftToCall) {
+  if (transport_test::kHasSanitizersThread) GTEST_SKIP() << "the sanitizer has a thread of its own";
   ASSERT_TRUE(hasPipes_);
   LetCall();
   caller_.Kill();
