@@ -12,6 +12,6 @@ enum { kBytesOfMask = 8 };
 
 int ppoll(struct pollfd* polled, nfds_t count, const struct timespec* patience,
           const sigset_t* mask) {
-  raise(SIGTERM);
+  (void)raise(SIGTERM);
   return (int)syscall(SYS_ppoll, polled, count, patience, mask, kBytesOfMask);
 }

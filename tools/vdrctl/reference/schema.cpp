@@ -152,6 +152,7 @@ bool IsText(const Member& member) {
 
 void PutObject(JsonForm& form, const std::vector<Member>& members) {
   std::vector<std::string_view> names;
+  names.reserve(members.size());
   for (const Member& member : members) names.emplace_back(member.name);
   PutObjectType(form, names, [&] {
     for (const Member& member : members) {
