@@ -115,6 +115,13 @@ TEST_F(QueuedLogTest, WritesAllInOrder) {
   EXPECT_EQ(Content(Path("file")), Lines(20000));
 }
 
+TEST_F(QueuedLogTest, NobodyHasToReadABeginningAlone) {
+  QueuedLog log(Target::File(Fifo()), Form());
+  testing::internal::CaptureStderr();
+  EXPECT_TRUE(log.Finish());
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST_F(QueuedLogTest, WhatIsSyncedIsInTheFile) {
   QueuedLog log(Target::File(Path("file")), Form());
   Append(log, 100);

@@ -109,9 +109,11 @@ bool QueuedLog::Finish() noexcept {
     isSilent = true;
     tools::Complain("vdrsim", target_.name() + ": waiting for its reader (Ctrl-C gives up)");
   }
+  // Where nothing was appended, nobody has to have read the beginning.
+  const bool isWhole = !hasFailed_.exchange(true);
   lock.unlock();
   EndWriter();
-  return !hasFailed_ || target_.name().empty();
+  return isWhole || target_.name().empty();
 }
 
 void QueuedLog::Work() noexcept try {
